@@ -1,0 +1,43 @@
+# What every target of this project is compiled with, and where the build puts its artefacts:
+# programs in bin/, libraries in lib/ (DLLs beside the programs), FMUs in fmus/.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(FMI_SOLVER_FMU_DIRECTORY "${PROJECT_BINARY_DIR}/fmus")
+
+add_library(project_settings INTERFACE)
+if(MSVC)
+  target_compile_options(project_settings INTERFACE /W4 /permissive- /utf-8
+    $<$<BOOL:${FMI_SOLVER_WARNINGS_AS_ERRORS}>:/WX>)
+  target_compile_definitions(project_settings INTERFACE _CRT_SECURE_NO_WARNINGS NOMINMAX)
+else()
+  target_compile_options(project_settings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<BOOL:${FMI_SOLVER_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()
+if(FMI_SOLVER_SANITIZE)
+  # Every artefact is instrumented, the FMUs included: a sanitizer sees only what it compiled.
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# limit_exports(<target> <version script>): on ELF a library exports what its list names and nothing
+# that a static library or the C++ runtime would add; on Windows the export macros say the same.
+function(limit_exports target version_script)
+  if(NOT WIN32)
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${version_script}")
+    set_property(TARGET ${target} APPEND PROPERTY LINK_DEPENDS "${version_script}")
+  endif()
+endfunction()

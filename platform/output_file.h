@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A text file that is only written, without any buffer of the process: what was written is with the
+/// operating system when write() returns and survives the end of the process.
+class OutputFile {
+  public:
+    OutputFile() = default;
+    /// Creates or truncates `path`; the line ends stay as they are written.
+    explicit OutputFile(const char* path);
+    ~OutputFile();
+    OutputFile(OutputFile&& other) noexcept;
+    OutputFile& operator=(OutputFile&& other) noexcept;
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    [[nodiscard]] bool isOpen() const;
+
+    /// Appends `text` in one call of the operating system. A text that does not fit as a whole (a full
+    /// disk) leaves none of its bytes behind. False when it was not written.
+    bool write(std::string_view text);
+
+    /// The system's words for what made the last write() fail.
+    [[nodiscard]] std::string lastError() const;
+
+    void close();
+
+  private:
+    std::intptr_t handle_ = -1;
+    int error_ = 0;
+};
+
+} // namespace platform

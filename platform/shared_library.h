@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+/// A library loaded into the process, unloaded with the object.
+class SharedLibrary {
+  public:
+    SharedLibrary() = default;
+    ~SharedLibrary();
+    SharedLibrary(SharedLibrary&& other) noexcept;
+    SharedLibrary& operator=(SharedLibrary&& other) noexcept;
+    SharedLibrary(const SharedLibrary&) = delete;
+    SharedLibrary& operator=(const SharedLibrary&) = delete;
+
+    /// Loads `path`, an absolute path; libraries that it needs are also looked for beside it. False on
+    /// failure, with the system's words in error().
+    bool open(const std::string& path);
+
+    /// Unloads the library. False on failure, with the system's words in error().
+    bool close();
+
+    [[nodiscard]] bool isOpen() const { return handle_ != nullptr; }
+
+    /// Address of an exported name; null when there is none, with the system's words in error().
+    void* symbol(const char* name);
+
+    /// What made the last call fail.
+    [[nodiscard]] const std::string& error() const { return error_; }
+
+    /// ".so" or ".dll".
+    static const char* suffix();
+
+    /// The FMI 2.0 folder below binaries/ for this platform: "linux64" or "win64" (section 2.3).
+    static const char* fmiPlatform();
+
+  private:
+    void* handle_ = nullptr;
+    std::string error_;
+};
+
+} // namespace platform
