@@ -91,9 +91,8 @@ typedef struct FmiToolsInstance FmiToolsInstance;
  *         load. A failed fmi2Instantiate still yields a handle: the calls that need the FMU then
  *         answer their failure codes.
  */
-FMI_TOOLS_EXPORT FmiToolsInstance* fmiToolsLoadFmu(const char* fmuPath,
-                                                   const char* workingDirectory,
-                                                   const char* scriptDirectory);
+FMI_TOOLS_EXPORT FmiToolsInstance*
+fmiToolsLoadFmu(const char* fmuPath, const char* workingDirectory, const char* scriptDirectory);
 
 /**
  * Sends the log lines to a file from now on; before, they go to standard output.
@@ -173,8 +172,8 @@ FMI_TOOLS_EXPORT int32_t fmiToolsGetVariableExists(FmiToolsInstance* instance, c
  * Sets a variable from a text, by the variable's own type.
  *
  * Real: the text as atof() reads it. Integer, Enumeration and Boolean: as atoi() reads it, set
- * through fmi2SetInteger; so 1 and 0 are the spellings of a Boolean. String: the text itself. A text
- * that is no number counts as 0.
+ * through fmi2SetInteger; so 1 and 0 are the spellings of a Boolean. String: the text itself. A
+ * text that is no number counts as 0.
  *
  * @param instance the handle.
  * @param name     the variable's full name.
@@ -300,9 +299,10 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSimulate(FmiToolsInstance* instance);
  * Ends the FMU (fmi2Terminate, fmi2FreeInstance), closes both files, runs the clean-up script and
  * frees the handle.
  *
- * The script is "fmuclean.bat" on Windows and "fmuclean.sh" elsewhere, in the script directory given
- * to fmiToolsLoadFmu(), called with "." as its argument; without a script nothing but a complaint of
- * the command interpreter happens. Log lines after the log file is closed go to standard output.
+ * The script is "fmuclean.bat" on Windows and "fmuclean.sh" elsewhere, in the script directory
+ * given to fmiToolsLoadFmu(), called with "." as its argument; without a script nothing but a
+ * complaint of the command interpreter happens. Log lines after the log file is closed go to
+ * standard output.
  *
  * @param instance the handle; not to be used afterwards.
  * @return 0, always.

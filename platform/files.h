@@ -8,8 +8,8 @@
 /// Files and directories whose names are narrow texts in the code page of the process.
 namespace platform {
 
-/// A narrow path as the file system library takes it. On Windows the text is in the code page of the
-/// process, which the standard conversion would not honour with every compiler.
+/// A narrow path as the file system library takes it. On Windows the text is in the code page of
+/// the process, which the standard conversion would not honour with every compiler.
 std::filesystem::path nativePath(std::string_view path);
 
 /// The reverse of nativePath().

@@ -1,13 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace platform {
 
-/// A text file that is only written, without any buffer of the process: what was written is with the
-/// operating system when write() returns and survives the end of the process.
+/// A text file that is only written, without any buffer of the process: what was written is with
+/// the operating system when write() returns and survives the end of the process.
 class OutputFile {
   public:
     OutputFile() = default;
@@ -21,8 +22,8 @@ class OutputFile {
 
     [[nodiscard]] bool isOpen() const;
 
-    /// Appends `text` in one call of the operating system. A text that does not fit as a whole (a full
-    /// disk) leaves none of its bytes behind. False when it was not written.
+    /// Appends `text` in one call of the operating system. A text that does not fit as a whole (a
+    /// full disk) leaves none of its bytes behind. False when it was not written.
     bool write(std::string_view text);
 
     /// The system's words for what made the last write() fail.
@@ -31,6 +32,9 @@ class OutputFile {
     void close();
 
   private:
+    /// Removes the last `size` bytes written.
+    void takeBack(std::size_t size);
+
     std::intptr_t handle_ = -1;
     int error_ = 0;
 };

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// How a platform writes paths. Both styles are compiled everywhere and are pure rules about text, so
-/// that each platform's rules are tested on the other too.
+/// How a platform writes paths. Both styles are compiled everywhere and are pure rules about text,
+/// so that each platform's rules are tested on the other too.
 struct PathStyle {
     char separator;              ///< Joins directory and name.
     std::string_view separators; ///< Every character that ends a directory.
@@ -17,13 +17,15 @@ struct PathStyle {
 
 extern const PathStyle windowsPaths; ///< Drive letters, "\" and "/", 260 characters.
 extern const PathStyle posixPaths;   ///< "/", 4096 characters.
-extern const PathStyle nativePaths;  ///< The style of the platform that this was compiled for.
+
+/// The style of the platform that this was compiled for.
+const PathStyle& nativePaths();
 
 /// Position of the last separator in `path`, or npos.
 std::size_t lastSeparator(const PathStyle& style, std::string_view path);
 
-/// True when `path` does not depend on the current directory: its second character is ":" (Windows),
-/// or its first is "/" (POSIX).
+/// True when `path` does not depend on the current directory: its second character is ":"
+/// (Windows), or its first is "/" (POSIX).
 bool isAbsolute(const PathStyle& style, std::string_view path);
 
 /// The text before the last separator, the whole text when there is none.

@@ -14,8 +14,8 @@ class SharedLibrary {
     SharedLibrary(const SharedLibrary&) = delete;
     SharedLibrary& operator=(const SharedLibrary&) = delete;
 
-    /// Loads `path`, an absolute path; libraries that it needs are also looked for beside it. False on
-    /// failure, with the system's words in error().
+    /// Loads `path`, an absolute path; libraries that it needs are also looked for beside it. False
+    /// on failure, with the system's words in error().
     bool open(const std::string& path);
 
     /// Unloads the library. False on failure, with the system's words in error().

@@ -1,0 +1,30 @@
+#include "platform/output_file.h"
+
+#include <system_error>
+#include <utility>
+
+namespace platform {
+
+OutputFile::~OutputFile() {
+    close();
+}
+
+OutputFile::OutputFile(OutputFile&& other) noexcept
+    : handle_(std::exchange(other.handle_, -1)),
+      error_(other.error_) {}
+
+OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(error_, other.error_);
+    return *this;
+}
+
+bool OutputFile::isOpen() const {
+    return handle_ != -1;
+}
+
+std::string OutputFile::lastError() const {
+    return std::system_category().message(error_);
+}
+
+} // namespace platform

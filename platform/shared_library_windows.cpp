@@ -1,0 +1,52 @@
+#include "platform/files.h"
+#include "platform/shared_library.h"
+
+#include <system_error>
+#include <utility>
+#include <windows.h>
+
+namespace platform {
+
+namespace {
+
+std::string systemMessage(DWORD error) {
+    return std::system_category().message(static_cast<int>(error));
+}
+
+} // namespace
+
+bool SharedLibrary::open(const std::string& path) {
+    close();
+    // The altered search path begins in the library's own folder instead of the program's.
+    handle_ = LoadLibraryExW(nativePath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    if (handle_ == nullptr) {
+        error_ = path + ": " + systemMessage(GetLastError());
+    }
+    return isOpen();
+}
+
+bool SharedLibrary::close() {
+    if (!isOpen() || FreeLibrary(static_cast<HMODULE>(std::exchange(handle_, nullptr))) != 0) {
+        return true;
+    }
+    error_ = systemMessage(GetLastError());
+    return false;
+}
+
+void* SharedLibrary::symbol(const char* name) {
+    const FARPROC address = GetProcAddress(static_cast<HMODULE>(handle_), name);
+    if (address == nullptr) {
+        error_ = std::string(name) + ": " + systemMessage(GetLastError());
+    }
+    return reinterpret_cast<void*>(address);
+}
+
+const char* SharedLibrary::suffix() {
+    return ".dll";
+}
+
+const char* SharedLibrary::fmiPlatform() {
+    return "win64";
+}
+
+} // namespace platform
