@@ -1,0 +1,55 @@
+#include "support/files.h"
+
+#include "platform/files.h"
+
+#include <fstream>
+#include <iterator>
+#include <random>
+
+namespace test_support {
+
+namespace fs = std::filesystem;
+
+TemporaryDirectory::TemporaryDirectory(const fs::path& name) {
+    std::random_device random;
+    do {
+        root_ = fs::temp_directory_path() / ("fmi_solver_test_" + std::to_string(random()));
+    } while (!fs::create_directory(root_));
+    path_ = name.empty() ? root_ : root_ / name;
+    fs::create_directories(path_);
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+    std::error_code error;
+    fs::remove_all(root_, error);
+}
+
+std::string readFile(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+}
+
+void writeFile(const fs::path& file, std::string_view content) {
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(content.data(), static_cast<std::streamsize>(content.size()));
+}
+
+std::vector<std::string> lines(std::string_view text) {
+    std::vector<std::string> result;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size());
+        result.emplace_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return result;
+}
+
+std::string narrow(const fs::path& path) {
+    return platform::narrowPath(path);
+}
+
+fs::path fmuPath(std::string_view name) {
+    return fs::path(FMU_DIRECTORY) / (std::string(name) + ".fmu");
+}
+
+} // namespace test_support

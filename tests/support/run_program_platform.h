@@ -1,0 +1,20 @@
+#pragma once
+
+#include "support/run_program.h"
+
+namespace test_support {
+
+/// Files that the program's standard streams are connected to. Files, not pipes: nothing needs to
+/// be read while the program runs, and none of its output is lost when it is killed.
+struct StandardStreams {
+    std::filesystem::path input;
+    std::filesystem::path output;
+    std::filesystem::path error;
+};
+
+/// Runs the program and fills everything of the result but the texts.
+ProgramResult runWithStreams(const std::filesystem::path& program,
+                             const std::vector<std::string>& arguments, const RunOptions& options,
+                             const StandardStreams& streams);
+
+} // namespace test_support
