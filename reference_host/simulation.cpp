@@ -1,0 +1,65 @@
+#include "reference_host/simulation.h"
+
+#include "reference_host/host_state.h"
+#include "reference_host/setting_indices.h"
+
+namespace reference_host {
+
+struct Simulation::Objects {
+    Owned<ModelManager> manager;
+
+    SolutionSettings::State& solution() { return manager.state.solution.state.settings.state; }
+
+    SolverSettings::State& solver() { return manager.state.solverSettings.state; }
+
+    ModelSetup::State& modelSetup() { return manager.state.modelSetup.state; }
+};
+
+Simulation::Simulation() : objects_(std::make_unique<Objects>()) {}
+
+Simulation::~Simulation() = default;
+
+ModelManager* Simulation::modelManager() {
+    return &objects_->manager.object;
+}
+
+void Simulation::setWorkingDirectory(const std::string& directory) {
+    objects_->solver().parameters.state.texts[solver_parameter::workingDirectory] = directory;
+}
+
+void Simulation::setCommandLine(const std::string& commandLine) {
+    objects_->solver().parameters.state.texts[solver_parameter::commandLine] = commandLine;
+}
+
+void Simulation::setModelFilePath(const std::string& path) {
+    objects_->solution().parameters.state.texts[solution_parameter::modelFilePath] = path;
+}
+
+void Simulation::setCoupled(bool coupled) {
+    objects_->solver().options.state.switches[solver_option::coupled] = coupled;
+}
+
+void Simulation::setStepSkipOption(bool skip) {
+    objects_->solution().options.state.switches[solution_option::stepSkip] = skip;
+}
+
+void Simulation::setStepSkipParameter(bool skip) {
+    objects_->solution().parameters.state.integers[solution_parameter::stepSkip] = skip ? 1 : 0;
+}
+
+int Simulation::failureCode() const {
+    return objects_->solution().parameters.object.getIntParameter(solution_parameter::status);
+}
+
+TupleArray<double>& Simulation::addCoupledCondition(const std::string& name, int size) {
+    auto& added = objects_->modelSetup().coupledConditions.emplace_back(name, name, size);
+    return added.state.result.state.values;
+}
+
+TupleArray<double>& Simulation::addOutputResult(const std::string& name,
+                                                const std::string& quantity, int size) {
+    auto& added = objects_->modelSetup().outputResults.emplace_back(name, quantity, size);
+    return added.state.result.state.values;
+}
+
+} // namespace reference_host
