@@ -28,7 +28,7 @@ namespace reference_host {
 template <typename T>
 struct Owned {
     template <typename... Values>
-    explicit Owned(Values&&... values) : state{std::forward<Values>(values)...},
+    explicit Owned(Values&&... values) : state(std::forward<Values>(values)...),
                                          object(state) {}
 
     Owned(const Owned&) = delete;
