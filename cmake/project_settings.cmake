@@ -17,6 +17,18 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(FMI_SOLVER_FMU_DIRECTORY "${PROJECT_BINARY_DIR}/fmus")
 
+if(WIN32)
+  # The libraries have the same plain names whichever compiler made them.
+  foreach(kind SHARED_LIBRARY SHARED_MODULE IMPORT_LIBRARY)
+    set(CMAKE_${kind}_PREFIX "")
+  endforeach()
+  set(CMAKE_IMPORT_LIBRARY_SUFFIX ".lib")
+endif()
+
+if(WIN32 AND CMAKE_CROSSCOMPILING)
+  set(CMAKE_CROSSCOMPILING_EMULATOR "${PROJECT_SOURCE_DIR}/scripts/run_wine;${PROJECT_BINARY_DIR}/wine")
+endif()
+
 add_library(project_settings INTERFACE)
 if(MSVC)
   target_compile_options(project_settings INTERFACE /W4 /permissive- /utf-8
@@ -26,6 +38,15 @@ else()
   target_compile_options(project_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     $<$<BOOL:${FMI_SOLVER_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()
+if(WIN32)
+  # Narrow texts are UTF-8 in our programs, whatever code page the machine is set to: a manifest in
+  # the program says so.
+  set(manifest "${PROJECT_SOURCE_DIR}/cmake/utf8_process.$<IF:$<BOOL:${MSVC}>,manifest,rc>")
+  target_sources(project_settings INTERFACE
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${manifest}>)
+  target_include_directories(project_settings INTERFACE
+    $<$<COMPILE_LANGUAGE:RC>:${PROJECT_SOURCE_DIR}/cmake>)
 endif()
 if(FMI_SOLVER_SANITIZE)
   # Every artefact is instrumented, the FMUs included: a sanitizer sees only what it compiled.
