@@ -16,3 +16,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 foreach(kind EXE SHARED MODULE)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-static")
 endforeach()
+# ... and stay inside it: a DLL that exports everything of its own must not export them.
+string(APPEND CMAKE_SHARED_LINKER_FLAGS_INIT " -Wl,--exclude-libs,ALL")
