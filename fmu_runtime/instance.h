@@ -1,0 +1,50 @@
+#pragma once
+
+#include "fmi_tools.h"
+#include "fmu_runtime/log.h"
+#include "fmu_runtime/results_file.h"
+#include "fmu_runtime/slave.h"
+
+#include <cstdint>
+#include <string>
+
+/// The record behind the handle: one FMU, its two files and what the exports store.
+struct FmiToolsInstance {
+    std::string fmuPath;
+    std::string unpackDirectory; ///< Absolute; holds the unpacked FMU.
+    std::string scriptDirectory; ///< As the caller gave it, with its closing separator.
+    fmu_runtime::Slave slave;
+    double currentTime = 0.0; ///< The FMU's communication point, seconds.
+    double logInterval = 0.0; ///< Step of fmiToolsSimulate, seconds.
+    double startTime = 0.0;   ///< First target of fmiToolsSimulate, seconds.
+    double endTime = 0.0;     ///< No target of fmiToolsSimulate lies beyond, seconds.
+    bool debugLogsEnabled = false;
+    fmu_runtime::LogFile log;
+    fmu_runtime::ResultsFile results;
+    void* userData = nullptr; ///< The caller's.
+};
+
+namespace fmu_runtime {
+
+/// The result codes of the C interface.
+enum ResultCode : std::int32_t {
+    success = 0,
+    notAvailable = -1, ///< Null handle, or no results columns.
+    instantiationFailed = -100,
+    initialisationFailed = -200,
+    stepFailed = -201,
+    variableAccessFailed = -202,
+};
+
+/// Runs the body of an export and answers `failure` where it throws: neither a lack of memory nor
+/// an exception of the FMU's code may reach a caller in C.
+template <class Answer, class Body>
+Answer guarded(Answer failure, Body&& body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return failure;
+    }
+}
+
+} // namespace fmu_runtime

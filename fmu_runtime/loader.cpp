@@ -1,0 +1,99 @@
+#include "fmu_runtime/instance.h"
+#include "platform/files.h"
+#include "platform/path_style.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+
+using namespace fmu_runtime;
+
+namespace {
+
+constexpr char instanceName[] = "FMU instance";
+
+std::optional<std::string> absoluteWorkingDirectory(const char* workingDirectory) {
+    std::string currentDirectory;
+    if (!platform::isAbsolute(platform::nativePaths(), workingDirectory)) {
+        auto current = platform::currentDirectory();
+        if (!current) {
+            return std::nullopt;
+        }
+        currentDirectory = std::move(*current);
+    }
+    return platform::absoluteDirectory(platform::nativePaths(), currentDirectory, workingDirectory);
+}
+
+fmi2_callback_functions_t fmuCallbacks(FmiToolsInstance* instance) {
+    fmi2_callback_functions_t callbacks{};
+    callbacks.logger = fmuLogger;
+    callbacks.allocateMemory = std::calloc;
+    callbacks.freeMemory = std::free;
+    callbacks.stepFinished = stepFinishedCallback;
+    callbacks.componentEnvironment = instance;
+    return callbacks;
+}
+
+void takeDefaultExperiment(FmiToolsInstance& instance) {
+    fmi2_import_t* fmu = instance.slave.fmu();
+    instance.logInterval = fmi2_import_get_default_experiment_step(fmu);
+    instance.startTime = fmi2_import_get_default_experiment_start(fmu);
+    instance.endTime = fmi2_import_get_default_experiment_stop(fmu);
+}
+
+std::unique_ptr<FmiToolsInstance> loadFmuImport(const char* fmuPath, const char* workingDirectory,
+                                                const char* scriptDirectory) {
+    auto instance = std::make_unique<FmiToolsInstance>();
+    auto unpackDirectory = absoluteWorkingDirectory(workingDirectory);
+    if (!unpackDirectory) {
+        return nullptr;
+    }
+    instance->scriptDirectory = scriptDirectory;
+    instance->fmuPath = fmuPath;
+    instance->unpackDirectory = std::move(*unpackDirectory);
+    // Some versions of FMI Library end the process when the directory is not there; where it cannot
+    // be made, unpacking is not even tried.
+    if (!platform::createDirectories(instance->unpackDirectory) ||
+        !instance->slave.open(instance->fmuPath, instance->unpackDirectory, libraryLogger)) {
+        return nullptr;
+    }
+    const auto status = instance->slave.loadBinary(fmuCallbacks(instance.get()));
+    if (status == jm_status_error) {
+        std::fprintf(stderr, "Could not create the DLL loading mechanism(C-API). Error: %d\n",
+                     static_cast<int>(status));
+        return nullptr;
+    }
+    takeDefaultExperiment(*instance);
+    return instance;
+}
+
+std::int32_t instantiateFmu(FmiToolsInstance& instance) {
+    if (instance.slave.instantiate(instanceName) == jm_status_error) {
+        return instantiationFailed;
+    }
+    instance.currentTime = 0.0;
+    return success;
+}
+
+} // namespace
+
+FmiToolsInstance* fmiToolsLoadFmu(const char* fmuPath, const char* workingDirectory,
+                                  const char* scriptDirectory) {
+    if (fmuPath == nullptr || workingDirectory == nullptr || scriptDirectory == nullptr) {
+        return nullptr;
+    }
+    return guarded<FmiToolsInstance*>(nullptr, [&]() -> FmiToolsInstance* {
+        std::fprintf(stderr, "FMUPath: %s\n", fmuPath);
+        std::fprintf(stderr, "Working directory: %s\n", workingDirectory);
+        auto instance = loadFmuImport(fmuPath, workingDirectory, scriptDirectory);
+        if (instance == nullptr) {
+            return nullptr;
+        }
+        // A refused instantiation does not take the handle away: the log, which the caller opens
+        // next, tells of it when the first call fails.
+        static_cast<void>(instantiateFmu(*instance));
+        return instance.release();
+    });
+}

@@ -1,0 +1,36 @@
+#include "fmu_runtime/log_message.h"
+
+#include "fmu_runtime/number_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+#include <limits>
+
+namespace fmu_runtime {
+
+LogMessage& LogMessage::add(std::string_view text) noexcept {
+    const std::size_t size = std::min(text.size(), room());
+    if (size > 0) {
+        std::memcpy(buffer_.data() + size_, text.data(), size);
+        size_ += size;
+    }
+    return *this;
+}
+
+LogMessage& LogMessage::add(const char* text) noexcept {
+    return add(text != nullptr ? std::string_view(text) : std::string_view("(null)"));
+}
+
+LogMessage& LogMessage::add(double value) noexcept {
+    std::array<char, realTextSize> text;
+    return add({text.data(), writeReal(text.data(), value)});
+}
+
+LogMessage& LogMessage::add(std::int32_t value) noexcept {
+    constexpr std::size_t longest = std::numeric_limits<std::int32_t>::digits10 + 2;
+    std::array<char, longest> text;
+    return add({text.data(), std::to_chars(text.data(), text.data() + longest, value).ptr});
+}
+
+} // namespace fmu_runtime

@@ -1,0 +1,131 @@
+#include "fmu_runtime/results_file.h"
+
+#include "fmu_runtime/instance.h"
+#include "fmu_runtime/number_text.h"
+
+#include <memory>
+#include <utility>
+
+namespace fmu_runtime {
+
+namespace {
+
+struct FreeVariableList {
+    void operator()(fmi2_import_variable_list_t* list) const {
+        fmi2_import_free_variable_list(list);
+    }
+};
+
+using VariableList = std::unique_ptr<fmi2_import_variable_list_t, FreeVariableList>;
+
+constexpr int modelDescriptionOrder = 0;
+
+bool isColumn(fmi2_import_variable_t* variable, bool includeAllVariables) {
+    const bool isLocal = fmi2_import_get_causality(variable) == fmi2_causality_enu_local;
+    return (includeAllVariables || !isLocal) &&
+           fmi2_import_get_variable_base_type(variable) == fmi2_base_type_real;
+}
+
+const char* unitName(fmi2_import_variable_t* variable) {
+    fmi2_import_unit_t* unit =
+        fmi2_import_get_real_variable_unit(fmi2_import_get_variable_as_real(variable));
+    return unit != nullptr ? fmi2_import_get_unit_name(unit) : "-";
+}
+
+struct Columns {
+    std::vector<fmi2_value_reference_t> references;
+    std::string header = "time[s]";
+};
+
+Columns collectColumns(fmi2_import_t* fmu, bool includeAllVariables) {
+    const VariableList variables(fmi2_import_get_variable_list(fmu, modelDescriptionOrder));
+    const std::size_t size = fmi2_import_get_variable_list_size(variables.get());
+    Columns columns;
+    for (std::size_t index = 0; index < size; ++index) {
+        fmi2_import_variable_t* variable = fmi2_import_get_variable(variables.get(), index);
+        if (isColumn(variable, includeAllVariables)) {
+            columns.references.push_back(fmi2_import_get_variable_vr(variable));
+            columns.header.append(1, ',').append(fmi2_import_get_variable_name(variable));
+            columns.header.append(1, '[').append(unitName(variable)).append(1, ']');
+        }
+    }
+    columns.header += '\n';
+    return columns;
+}
+
+void write(FmiToolsInstance& instance, std::string_view text) {
+    ResultsFile& results = instance.results;
+    if (!results.file.write(text) && !std::exchange(results.failureReported, true)) {
+        LogMessage message("Failed to write results file ");
+        message.add(results.path).add(": ").add(results.file.lastError());
+        logRuntime(&instance, levels::error, message);
+    }
+}
+
+/// Opens the file and writes the header. A file that does not open is left closed: no rows will
+/// follow. What can fail comes first, so that a failure leaves earlier columns and their row buffer
+/// as they were.
+void writeResultsHeader(FmiToolsInstance& instance, const char* path, bool includeAllVariables) {
+    ResultsFile& results = instance.results;
+    Columns columns = collectColumns(instance.slave.fmu(), includeAllVariables);
+    std::vector<char> row((columns.references.size() + 1) * (realTextSize + 1));
+    results.path = path != nullptr ? path : "";
+    results.earlier.push_back(std::move(results.file));
+    results.includeAllVariables = includeAllVariables;
+    results.columns.swap(columns.references);
+    results.row.swap(row);
+    results.file = platform::OutputFile(path);
+    results.failureReported = false;
+    if (results.file.isOpen()) {
+        write(instance, columns.header);
+    }
+}
+
+/// Composes the row in the instance's buffer; `end` receives where it ends. False when a value
+/// could not be read.
+bool composeRow(FmiToolsInstance& instance, char*& end) {
+    end = writeReal(instance.results.row.data(), instance.currentTime);
+    for (const auto reference : instance.results.columns) {
+        *end++ = ',';
+        double value = 0.0;
+        if (instance.slave.get(reference, value) != fmi2_status_ok) {
+            return false;
+        }
+        end = writeReal(end, value);
+    }
+    *end++ = '\n';
+    return true;
+}
+
+} // namespace
+
+std::int32_t writeResultsRow(FmiToolsInstance& instance) noexcept {
+    if (!instance.results.file.isOpen()) {
+        return success;
+    }
+    return guarded<std::int32_t>(variableAccessFailed, [&] {
+        char* end = nullptr;
+        const bool complete = composeRow(instance, end);
+        const char* begin = instance.results.row.data();
+        write(instance, {begin, static_cast<std::size_t>(end - begin)});
+        return complete ? success : variableAccessFailed;
+    });
+}
+
+} // namespace fmu_runtime
+
+using namespace fmu_runtime;
+
+std::int32_t fmiToolsSetResultsFile(FmiToolsInstance* instance, const char* path) {
+    if (instance == nullptr) {
+        return notAvailable;
+    }
+    const auto result = guarded<std::int32_t>(notAvailable, [&] {
+        writeResultsHeader(*instance, path, false);
+        return success;
+    });
+    if (result != success) {
+        logRuntime(instance, levels::error, "Failed to setup results logging");
+    }
+    return result;
+}

@@ -1,0 +1,111 @@
+#include "fmu_runtime/slave.h"
+
+#include <cstdlib>
+#include <utility>
+
+namespace fmu_runtime {
+
+namespace {
+
+jm_callbacks libraryCallbacks(jm_logger_f logger) {
+    jm_callbacks callbacks{};
+    callbacks.malloc = std::malloc;
+    callbacks.calloc = std::calloc;
+    callbacks.realloc = std::realloc;
+    callbacks.free = std::free;
+    callbacks.logger = logger;
+    callbacks.log_level = jm_log_level_all;
+    callbacks.context = nullptr;
+    return callbacks;
+}
+
+} // namespace
+
+bool Slave::open(const std::string& fmuPath, const std::string& unpackDirectory,
+                 jm_logger_f libraryLogger) {
+    libraryCallbacks_ = libraryCallbacks(libraryLogger);
+    context_ = fmi_import_allocate_context(&libraryCallbacks_);
+    if (context_ == nullptr ||
+        fmi_import_get_fmi_version(context_, fmuPath.c_str(), unpackDirectory.c_str()) !=
+            fmi_version_2_0_enu) {
+        return false;
+    }
+    fmu_ = fmi2_import_parse_xml(context_, unpackDirectory.c_str(), nullptr);
+    return fmu_ != nullptr && fmi2_import_get_fmu_kind(fmu_) != fmi2_fmu_kind_me;
+}
+
+jm_status_enu_t Slave::loadBinary(const fmi2_callback_functions_t& callbacks) {
+    return fmi2_import_create_dllfmu(fmu_, fmi2_fmu_kind_cs, &callbacks);
+}
+
+jm_status_enu_t Slave::instantiate(const char* instanceName) {
+    const auto status =
+        fmi2_import_instantiate(fmu_, instanceName, fmi2_cosimulation, nullptr, fmi2_false);
+    instantiated_ = status != jm_status_error;
+    return status;
+}
+
+void Slave::release() {
+    if (std::exchange(instantiated_, false)) {
+        fmi2_import_terminate(fmu_);
+        fmi2_import_free_instance(fmu_);
+    }
+    fmi2_import_free(std::exchange(fmu_, nullptr));
+    if (context_ != nullptr) {
+        fmi_import_free_context(std::exchange(context_, nullptr));
+    }
+}
+
+const char* Slave::generationTool() const {
+    return fmi2_import_get_generation_tool(fmu_);
+}
+
+fmi2_import_variable_t* Slave::find(const char* name) const {
+    return name == nullptr ? nullptr : fmi2_import_get_variable_by_name(fmu_, name);
+}
+
+fmi2_status_t Slave::setupExperiment(double startTime) {
+    return instantiated_
+               ? fmi2_import_setup_experiment(fmu_, fmi2_false, 0.0, startTime, fmi2_false, 0.0)
+               : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::enterInitializationMode() {
+    return instantiated_ ? fmi2_import_enter_initialization_mode(fmu_) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::exitInitializationMode() {
+    return instantiated_ ? fmi2_import_exit_initialization_mode(fmu_) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::doStep(double currentCommunicationPoint, double communicationStepSize) {
+    return instantiated_ ? fmi2_import_do_step(fmu_, currentCommunicationPoint,
+                                               communicationStepSize, fmi2_true)
+                         : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::set(fmi2_value_reference_t reference, double value) {
+    return instantiated_ ? fmi2_import_set_real(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::set(fmi2_value_reference_t reference, int value) {
+    return instantiated_ ? fmi2_import_set_integer(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::set(fmi2_value_reference_t reference, const char* value) {
+    return instantiated_ ? fmi2_import_set_string(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::get(fmi2_value_reference_t reference, double& value) {
+    return instantiated_ ? fmi2_import_get_real(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::get(fmi2_value_reference_t reference, int& value) {
+    return instantiated_ ? fmi2_import_get_integer(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+}
+
+fmi2_status_t Slave::get(fmi2_value_reference_t reference, const char*& value) {
+    return instantiated_ ? fmi2_import_get_string(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+}
+
+} // namespace fmu_runtime

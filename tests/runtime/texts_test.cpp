@@ -1,0 +1,90 @@
+#include "fmu_runtime/foreign_message.h"
+#include "fmu_runtime/number_text.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdarg>
+#include <cstdint>
+#include <limits>
+#include <string>
+
+namespace fmu_runtime {
+namespace {
+
+std::string realText(double value) {
+    std::array<char, realTextSize> text{};
+    return {text.data(), writeReal(text.data(), value)};
+}
+
+TEST(NumberText, IsThatOfPrintfOnEveryPlatform) {
+    using Limits = std::numeric_limits<double>;
+    EXPECT_EQ(realText(0.1), "1.0000000000000001e-01");
+    EXPECT_EQ(realText(-0.0), "-0.0000000000000000e+00");
+    EXPECT_EQ(realText(1.0 / 3.0), "3.3333333333333331e-01");
+    EXPECT_EQ(realText(Limits::max()), "1.7976931348623157e+308");
+    EXPECT_EQ(realText(-Limits::denorm_min()), "-4.9406564584124654e-324");
+    EXPECT_EQ(realText(Limits::infinity()), "inf");
+    EXPECT_EQ(realText(-Limits::infinity()), "-inf");
+    EXPECT_EQ(realText(Limits::quiet_NaN()), "nan");
+    EXPECT_EQ(realText(-Limits::quiet_NaN()), "-nan");
+}
+
+TEST(LogMessage, IsCutTo255Characters) {
+    LogMessage message(std::string(250, 'm'));
+    message.add(1.0);
+    EXPECT_EQ(message.text(), std::string(250, 'm') + "1.000");
+    EXPECT_EQ(message.add("x").text().size(), 255U);
+    EXPECT_EQ(LogMessage().add(std::int32_t{-2147483647 - 1}).add("").add("%").text(),
+              "-2147483648%");
+}
+
+std::string formatted(const char* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const LogMessage message = formatForeignMessage(format, arguments);
+    va_end(arguments);
+    return std::string(message.text());
+}
+
+TEST(ForeignMessage, IsFormattedAsByPrintf) {
+    EXPECT_EQ(formatted("t=%g n=%d s=%s", 0.5, -3, "text"), "t=0.5 n=-3 s=text");
+    EXPECT_EQ(formatted("[%-6.2f|%+5d|%05u|%#x]", 3.14159, 7, 42U, 255U), "[3.14  |   +7|00042|0xff]");
+    EXPECT_EQ(formatted("[%*s|%-*s|%.*s]", 4, "a", 4, "b", 2, "cdef"), "[   a|b   |cd]");
+    EXPECT_EQ(formatted("[%*d]", -4, 1), "[1   ]");
+    EXPECT_EQ(formatted("%hhd %hu %ld %llu", 300, 65537, 5L, ~0ULL), "44 1 5 18446744073709551615");
+    EXPECT_EQ(formatted("%I64d %zu %u", 1LL << 40, std::size_t{9}, ~0U), "1099511627776 9 4294967295");
+    EXPECT_EQ(formatted("%c%c 100%% %Lg", 'o', 'k', 2.5L), "ok 100% 2.5");
+}
+
+TEST(ForeignMessage, TrustsNeitherFormatNorArguments) {
+    int target = 7;
+    EXPECT_EQ(formatted("%n%d", &target, 5), "%n5");
+    EXPECT_EQ(target, 7);
+    EXPECT_EQ(formatted("%s", static_cast<const char*>(nullptr)), "(null)");
+    EXPECT_EQ(formatted("%s|", reinterpret_cast<const char*>(std::uintptr_t{8})), "(unreadable)|");
+    EXPECT_EQ(formatted("%ls|", L"wide"), "%ls|");
+    EXPECT_EQ(formatted("50%, %y|"), "50%, %y|");
+    EXPECT_EQ(formatted("end %"), "end %");
+    EXPECT_EQ(formatted("%-"), "%-");
+    EXPECT_EQ(formatted("%2000000000d", 1), std::string(255, ' '));
+    EXPECT_EQ(formatted("%.999999999f", 0.0).size(), 255U);
+    EXPECT_EQ(formatted(std::string(1 << 20, 'a').c_str()), std::string(255, 'a'));
+    EXPECT_EQ(formatted("%s", std::string(1 << 20, 'a').c_str()), std::string(255, 'a'));
+    EXPECT_EQ(formatted("----------%-----------------------------d", 3), "----------3");
+}
+
+TEST(ForeignMessage, LosesDoubledPercentsInItsSecondPass) {
+    const auto second = [](const char* text) {
+        return std::string(withoutDoubledPercents(text).text());
+    };
+    EXPECT_EQ(second("100%% sure"), "100% sure");
+    EXPECT_EQ(second("%s%s%n %d"), "%s%s%n %d");
+    EXPECT_EQ(second("%%%%s"), "%%s");
+    EXPECT_EQ(second("%%%"), "%%");
+    EXPECT_EQ(second("%"), "%");
+    EXPECT_EQ(second(""), "");
+}
+
+} // namespace
+} // namespace fmu_runtime
