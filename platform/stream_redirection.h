@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+namespace platform {
+
+/// While it lives, what this process and the programs it starts write to a standard stream goes to
+/// a file instead. Redirections of one stream end in the reverse order of their beginning.
+class StreamRedirection {
+  public:
+    /// Appends to `path`, which is created when missing. When it cannot be opened the stream stays
+    /// as it is.
+    StreamRedirection(std::FILE* stream, const std::string& path);
+    ~StreamRedirection();
+    StreamRedirection(const StreamRedirection&) = delete;
+    StreamRedirection& operator=(const StreamRedirection&) = delete;
+    StreamRedirection(StreamRedirection&&) = delete;
+    StreamRedirection& operator=(StreamRedirection&&) = delete;
+
+  private:
+    std::FILE* stream_;
+    int original_ = -1; ///< Descriptor that keeps the stream's own target.
+};
+
+} // namespace platform

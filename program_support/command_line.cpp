@@ -1,0 +1,46 @@
+#include "program_support/command_line.h"
+
+#include "program_support/input_error.h"
+#include "program_support/number_text.h"
+#include "program_support/program_description.h"
+
+#include <iostream>
+
+namespace program_support {
+
+void beginCommandLine(CLI::App& app, const std::string& name, const std::string& description) {
+    app.name(name);
+    app.description(description);
+    app.set_help_flag("-h,--help", "Print this help and end");
+    app.set_version_flag("--version", name + " " + PROGRAM_VERSION, "Print the version and end");
+    const std::string hiddenGroup;
+    const auto addText = [&](const std::string& option, std::string (*text)(const CLI::App&)) {
+        app.add_flag_callback(option,
+                              [&app, text] {
+                                  std::cout << text(app);
+                                  throw CLI::Success();
+                              })
+            ->group(hiddenGroup);
+    };
+    addText("--man-page", manPage);
+    addText("--completion", bashCompletion);
+}
+
+std::optional<int> readCommandLine(CLI::App& app, int argc, const char* const* argv) {
+    try {
+        app.parse(argc, argv);
+        return std::nullopt;
+    } catch (const CLI::Success& success) {
+        return app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        throw InputError(std::string(error.what()) + "; see " + app.get_name() + " --help");
+    }
+}
+
+CLI::Option* addNumberOption(CLI::App& app, const std::string& name, std::optional<double>& value,
+                             const std::string& unit, const std::string& description) {
+    const auto read = [name, &value](const std::string& text) { value = parseNumber(text, name); };
+    return app.add_option_function<std::string>(name, read, description)->type_name(unit);
+}
+
+} // namespace program_support
