@@ -1,0 +1,93 @@
+# Builds and packs FMUs. An FMU holds the binary of the platform that is being built for.
+#
+# add_fmu(<name> SOURCES <file>... MODEL_DESCRIPTION <file> [LIBRARIES <target>...]
+#         [RESOURCES <directory>])
+#   Builds the slave <name> and packs it as ${FMI_SOLVER_FMU_DIRECTORY}/<name>.fmu.
+#
+# add_slave(<name> SOURCES <file>... MODEL_DESCRIPTION <file> [LIBRARIES <target>...])
+#   The binary alone. The sources see the GUID of the model description as FMU_GUID.
+#
+# pack_fmu(<fmu> SLAVE <name> [PLATFORM <folder>] [BESIDE <target>...] [KINDS <xml>]
+#          [RESOURCES <directory>])
+#   The archive alone, so that several FMUs share one binary: in the folder of PLATFORM instead of
+#   its own, with the libraries of BESIDE next to it, with KINDS as additional kind of FMU.
+#
+# A model description is a template with @FMU_IDENTIFIER@, @FMU_GUID@, @FMU_KINDS@ and
+# @PROJECT_VERSION@.
+
+if(WIN32)
+  set(FMU_PLATFORM win64)
+  set(FMU_OTHER_PLATFORM linux64)
+else()
+  set(FMU_PLATFORM linux64)
+  set(FMU_OTHER_PLATFORM win64)
+endif()
+
+function(add_slave name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "MODEL_DESCRIPTION" "SOURCES;LIBRARIES")
+  get_filename_component(description "${arg_MODEL_DESCRIPTION}" ABSOLUTE)
+
+  # The GUID follows the content: a changed model description is another FMU.
+  file(SHA256 "${description}" content)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${description}")
+  string(UUID guid NAMESPACE "6ba7b810-9dad-11d1-80b4-00c04fd430c8" NAME "${content}" TYPE SHA1)
+
+  add_library(${name} MODULE ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_link_libraries(${name} PRIVATE project_settings ${arg_LIBRARIES})
+  target_compile_definitions(${name} PRIVATE "FMU_GUID=\"{${guid}}\"")
+  # A simulation tool has none of MinGW's own DLLs.
+  target_link_options(${name} PRIVATE $<$<BOOL:${MINGW}>:-static>)
+  limit_exports(${name} "${PROJECT_SOURCE_DIR}/example_fmus/exports.map")
+  set_target_properties(${name} PROPERTIES
+    PREFIX "" FMU_GUID "{${guid}}" FMU_MODEL_DESCRIPTION "${description}"
+    LIBRARY_OUTPUT_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}/slaves$<0:>")
+endfunction()
+
+function(pack_fmu fmu)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "SLAVE;PLATFORM;KINDS;RESOURCES" "BESIDE")
+  set(platform "${FMU_PLATFORM}")
+  if(arg_PLATFORM)
+    set(platform "${arg_PLATFORM}")
+  endif()
+  set(stage "${CMAKE_CURRENT_BINARY_DIR}/content/${fmu}")
+  set(archive "${FMI_SOLVER_FMU_DIRECTORY}/${fmu}.fmu")
+
+  set(FMU_IDENTIFIER "${arg_SLAVE}")
+  set(FMU_KINDS "${arg_KINDS}")
+  get_target_property(FMU_GUID ${arg_SLAVE} FMU_GUID)
+  get_target_property(description ${arg_SLAVE} FMU_MODEL_DESCRIPTION)
+  configure_file("${description}" "${stage}.xml" @ONLY NEWLINE_STYLE UNIX)
+
+  set(binaries "$<TARGET_FILE:${arg_SLAVE}>")
+  foreach(library IN LISTS arg_BESIDE)
+    list(APPEND binaries "$<TARGET_FILE:${library}>")
+  endforeach()
+  set(copy_resources "")
+  if(arg_RESOURCES)
+    get_filename_component(resources "${arg_RESOURCES}" ABSOLUTE)
+    file(GLOB_RECURSE resource_files CONFIGURE_DEPENDS "${resources}/*")
+    set(copy_resources COMMAND ${CMAKE_COMMAND} -E copy_directory "${resources}"
+                               "${stage}/resources")
+  endif()
+
+  add_custom_command(OUTPUT "${archive}"
+    COMMAND ${CMAKE_COMMAND} -E rm -rf "${stage}"
+    COMMAND ${CMAKE_COMMAND} -E make_directory "${stage}/binaries/${platform}"
+                                               "${FMI_SOLVER_FMU_DIRECTORY}"
+    COMMAND ${CMAKE_COMMAND} -E copy "${stage}.xml" "${stage}/modelDescription.xml"
+    COMMAND ${CMAKE_COMMAND} -E copy ${binaries} "${stage}/binaries/${platform}"
+    ${copy_resources}
+    COMMAND ${CMAKE_COMMAND} -E chdir "${stage}"
+            ${CMAKE_COMMAND} -E tar cf "${archive}" --format=zip .
+    DEPENDS ${arg_SLAVE} ${arg_BESIDE} "${stage}.xml" ${resource_files}
+    COMMENT "Packing ${fmu}.fmu" VERBATIM)
+  add_custom_target(${fmu}_fmu ALL DEPENDS "${archive}")
+endfunction()
+
+function(add_fmu name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "MODEL_DESCRIPTION;RESOURCES" "SOURCES;LIBRARIES")
+  add_slave(${name} SOURCES ${arg_SOURCES} MODEL_DESCRIPTION "${arg_MODEL_DESCRIPTION}"
+            LIBRARIES slave_base slave_step ${arg_LIBRARIES})
+  pack_fmu(${name} SLAVE ${name} RESOURCES "${arg_RESOURCES}")
+endfunction()

@@ -1,0 +1,71 @@
+#include "example_fmus/scripted/actions.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
+namespace {
+
+const char* nullIfSaid(const std::string& text) {
+    return text == "null" ? nullptr : text.c_str();
+}
+
+void sendMessage(const Action& action, const fmi2CallbackFunctions& functions,
+                 const std::string& instanceName) {
+    const auto status = static_cast<fmi2Status>(action.status);
+    const char* category = nullIfSaid(action.category);
+    const char* name = action.verb == "logUnnamed" ? nullptr : instanceName.c_str();
+    if (action.verb == "logf") {
+        functions.logger(functions.componentEnvironment, name, status, category,
+                         nullIfSaid(action.text), "text", 42, 2.5);
+    } else if (action.verb == "logLong") {
+        const std::string letters(std::stoul(action.text), 'm');
+        functions.logger(functions.componentEnvironment, name, status, category, letters.c_str());
+    } else {
+        functions.logger(functions.componentEnvironment, name, status, category,
+                         nullIfSaid(action.text));
+    }
+}
+
+void callTool(const Action& action, const fmi2CallbackFunctions* functions,
+              const std::string& instanceName) {
+    if (functions == nullptr) {
+        return;
+    }
+    if (action.verb.starts_with("log") && functions->logger != nullptr) {
+        sendMessage(action, *functions, instanceName);
+    } else if (action.verb == "stepFinished" && functions->stepFinished != nullptr) {
+        functions->stepFinished(functions->componentEnvironment,
+                                static_cast<fmi2Status>(action.status));
+    }
+}
+
+void affectProcess(const Action& action) {
+    if (action.verb == "sleep") {
+        std::this_thread::sleep_for(std::chrono::duration<double>(std::stod(action.text)));
+    } else if (action.verb == "abort") {
+        std::abort();
+    } else if (action.verb == "exit") {
+        std::_Exit(std::stoi(action.text));
+    }
+}
+
+} // namespace
+
+Answer carryOut(const std::vector<Action>& actions, const fmi2CallbackFunctions* functions,
+                const std::string& instanceName) {
+    Answer answer;
+    for (const Action& action : actions) {
+        if (action.verb.empty()) {
+            answer.status = static_cast<fmi2Status>(action.status);
+        } else if (action.verb == "value") {
+            answer.value = action.text;
+        } else if (action.verb == "refuse") {
+            answer.refused = true;
+        } else {
+            callTool(action, functions, instanceName);
+            affectProcess(action);
+        }
+    }
+    return answer;
+}

@@ -1,0 +1,6 @@
+// A library that a slave needs beside its own.
+#include "example_fmus/scripted/needed_library.h"
+
+int neededNumber() {
+    return 7;
+}

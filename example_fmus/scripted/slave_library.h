@@ -1,0 +1,45 @@
+/**
+ * @file slave_library.h
+ * @brief What the scripted slave's binary knows beyond a single instance.
+ */
+#pragma once
+
+#include "example_fmus/scripted/script.h"
+#include "example_fmus/slave/slave.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/** Lives from the loading of the binary to its unloading, and acts as scripted in both. */
+class SlaveLibrary {
+  public:
+    SlaveLibrary();
+    ~SlaveLibrary();
+    SlaveLibrary(const SlaveLibrary&) = delete;
+    SlaveLibrary& operator=(const SlaveLibrary&) = delete;
+
+    /** Appends a line to the file that the environment variable SCRIPTED_FMU_RECORD names. */
+    static void record(const std::string& call);
+
+    /** The script of the environment variable SCRIPTED_FMU_SCRIPT.
+     *  @throws std::invalid_argument when it is malformed */
+    static Script environmentScript();
+
+    void countInstance() { ++liveInstances_; }
+
+    int liveInstances() const { return liveInstances_; }
+
+    /** Keeps a freed instance until the binary is unloaded, so that a call with the dead handle is
+     *  recorded instead of being undefined. */
+    void bury(std::unique_ptr<Slave> instance);
+
+  private:
+    static void act(const char* call);
+
+    int liveInstances_ = 0;
+    std::vector<std::unique_ptr<Slave>> buried_;
+};
+
+/** The only one in this binary. */
+SlaveLibrary& slaveLibrary();
