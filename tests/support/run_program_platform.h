@@ -2,6 +2,9 @@
 
 #include "support/run_program.h"
 
+#include <optional>
+#include <string>
+
 namespace test_support {
 
 /// Files that the program's standard streams are connected to. Files, not pipes: nothing needs to
@@ -16,5 +19,8 @@ struct StandardStreams {
 ProgramResult runWithStreams(const std::filesystem::path& program,
                              const std::vector<std::string>& arguments, const RunOptions& options,
                              const StandardStreams& streams);
+
+/// Sets a variable of this process's environment, or removes it.
+void setEnvironmentVariable(const std::string& name, const std::optional<std::string>& value);
 
 } // namespace test_support

@@ -81,4 +81,12 @@ ProgramResult runWithStreams(const std::filesystem::path& program,
     return result;
 }
 
+void setEnvironmentVariable(const std::string& name, const std::optional<std::string>& value) {
+    if (value) {
+        setenv(name.c_str(), value->c_str(), 1);
+    } else {
+        unsetenv(name.c_str());
+    }
+}
+
 } // namespace test_support

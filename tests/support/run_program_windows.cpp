@@ -1,5 +1,6 @@
 #include "support/run_program_platform.h"
 
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -120,6 +121,12 @@ ProgramResult runWithStreams(const std::filesystem::path& program,
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     return result;
+}
+
+// Through the C runtime, whose copy of the environment getenv() reads. An empty value removes
+// there.
+void setEnvironmentVariable(const std::string& name, const std::optional<std::string>& value) {
+    _putenv_s(name.c_str(), value.value_or("").c_str());
 }
 
 } // namespace test_support
