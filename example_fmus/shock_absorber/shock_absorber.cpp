@@ -1,0 +1,160 @@
+// A hydraulic shock absorber with hysteresis.
+//
+// The oil flows through valves and is compressible: valves and oil act in series (a Maxwell element
+// with a degressive damper). With F the force of the oil and v the velocity,
+//
+//     dF/dt = oilStiffness * (v - g(F)),    g(F) = F / c * (1 + |F| / kneeForce),
+//
+// where c is reboundDamping for F > 0 and compressionDamping otherwise. At constant velocity v the
+// force settles at kneeForce / 2 * (sqrt(1 + 4 * c * |v| / kneeForce) - 1); in a quick motion it
+// lags behind, which opens the force-velocity curve to a loop. Seal friction and the gas add
+//
+//     sealFriction * v / sqrt(v^2 + (1 cm/s)^2) - gasForce + gasStiffness * displacement.
+//
+// Displacement, velocity and force are positive in rebound (extension); the force resists. Within a
+// communication step the velocity is constant and the displacement moves on with it.
+#include "example_fmus/slave/parameter_rules.h"
+#include "example_fmus/slave/slave.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace {
+
+struct ShockAbsorberParameters {
+    double reboundDamping = 3000.0;     // [N.s/m]
+    double compressionDamping = 1500.0; // [N.s/m]
+    double kneeForce = 1500.0;          // [N]
+    double oilStiffness = 1.5e6;        // [N/m]
+    double sealFriction = 30.0;         // [N]
+    double gasForce = 150.0;            // at displacement 0 [N]
+    double gasStiffness = 1000.0;       // [N/m]
+    double internalStep = 1e-4;         // longest step of the integration [s]
+};
+
+/** Value references of the Reals; the parameters follow in the order of `rules`. */
+enum RealReference : std::size_t { displacement, velocity, force, oilForce, firstParameter };
+
+using Rule = ParameterRule<ShockAbsorberParameters>;
+
+constexpr std::array<Rule, 8> rules = {{
+    {"reboundDamping", "N.s/m", &ShockAbsorberParameters::reboundDamping},
+    {"compressionDamping", "N.s/m", &ShockAbsorberParameters::compressionDamping},
+    {"kneeForce", "N", &ShockAbsorberParameters::kneeForce},
+    {"oilStiffness", "N/m", &ShockAbsorberParameters::oilStiffness},
+    {"sealFriction", "N", &ShockAbsorberParameters::sealFriction, true},
+    {"gasForce", "N", &ShockAbsorberParameters::gasForce, true},
+    {"gasStiffness", "N/m", &ShockAbsorberParameters::gasStiffness, true},
+    {"internalStep", "s", &ShockAbsorberParameters::internalStep},
+}};
+
+/** The velocity at which the seal friction has built up [m/s]. */
+constexpr double frictionVelocity = 0.01;
+
+/** Longer steps would keep the tool waiting for minutes [s]. */
+constexpr double longestStep = 1000.0;
+
+class ShockAbsorber : public Slave {
+  public:
+    explicit ShockAbsorber(const Instantiation& instantiation)
+        : Slave(instantiation, {firstParameter + rules.size(), 0, 0, 0}) {
+        useStartValues();
+    }
+
+    fmi2Status enterInitializationMode() override { return useParameters(); }
+
+    fmi2Status exitInitializationMode() override { return useParameters(); }
+
+    fmi2Status reset() override;
+    fmi2Status getReal(References references, fmi2Real* values) override;
+    fmi2Status doStep(double time, double step) override;
+
+  private:
+    void useStartValues();
+    fmi2Status useParameters();
+    void advanceOil(double step);
+    void updateForce(double elapsed);
+
+    ShockAbsorberParameters parameters_;
+    bool hasStepped_ = false;
+};
+
+void ShockAbsorber::useStartValues() {
+    parameters_ = {};
+    for (std::size_t i = 0; i < rules.size(); ++i) {
+        reals[firstParameter + i] = parameters_.*rules[i].member;
+    }
+    for (std::size_t i = 0; i < firstParameter; ++i) {
+        reals[i] = 0.0;
+    }
+}
+
+fmi2Status ShockAbsorber::useParameters() {
+    for (std::size_t i = 0; i < rules.size(); ++i) {
+        parameters_.*rules[i].member = reals[firstParameter + i];
+    }
+    return checkParameters<ShockAbsorberParameters>(*this, parameters_, rules);
+}
+
+fmi2Status ShockAbsorber::reset() {
+    useStartValues();
+    hasStepped_ = false;
+    return fmi2OK;
+}
+
+fmi2Status ShockAbsorber::getReal(References references, fmi2Real* values) {
+    if (!hasStepped_) {
+        updateForce(0.0);
+    }
+    return Slave::getReal(references, values);
+}
+
+fmi2Status ShockAbsorber::doStep(double, double step) {
+    const bool inputsAreFinite =
+        std::isfinite(reals[displacement]) && std::isfinite(reals[velocity]);
+    if (!inputsAreFinite || !(step > 0.0 && step <= longestStep)) {
+        log(fmi2Error,
+            "displacement is " + shortText(reals[displacement]) + " m, velocity " +
+                shortText(reals[velocity]) + " m/s, the communication step " + shortText(step) +
+                " s; all must be finite and the step greater than 0 and at most 1000 s.");
+        return fmi2Error;
+    }
+    const double steps = std::max(1.0, std::ceil(step / parameters_.internalStep - 1e-6));
+    for (double n = 0.0; n < steps; n += 1.0) {
+        advanceOil(step / steps);
+    }
+    updateForce(step);
+    hasStepped_ = true;
+    return fmi2OK;
+}
+
+/** Backward Euler, stable for any oil stiffness; g(F) is a parabola on either side of 0, so the new
+ *  force is the root of a quadratic equation. */
+void ShockAbsorber::advanceOil(double step) {
+    const double right = reals[oilForce] + step * parameters_.oilStiffness * reals[velocity];
+    const double damping =
+        right > 0.0 ? parameters_.reboundDamping : parameters_.compressionDamping;
+    const double linear = step * parameters_.oilStiffness / damping;
+    const double quadratic = linear / parameters_.kneeForce;
+    const double root =
+        std::sqrt((1.0 + linear) * (1.0 + linear) + 4.0 * quadratic * std::abs(right));
+    reals[oilForce] = 2.0 * right / (1.0 + linear + root);
+}
+
+void ShockAbsorber::updateForce(double elapsed) {
+    const double v = reals[velocity];
+    const double friction = v / std::sqrt(v * v + frictionVelocity * frictionVelocity);
+    const double position = reals[displacement] + elapsed * reals[velocity];
+    reals[force] = reals[oilForce] + parameters_.sealFriction * friction - parameters_.gasForce +
+                   parameters_.gasStiffness * position;
+}
+
+} // namespace
+
+std::unique_ptr<Slave> makeSlave(const Instantiation& instantiation) {
+    if (!guidMatches(instantiation, FMU_GUID)) {
+        return nullptr;
+    }
+    return std::make_unique<ShockAbsorber>(instantiation);
+}
