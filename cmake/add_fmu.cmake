@@ -37,7 +37,7 @@ function(add_slave name)
   target_link_libraries(${name} PRIVATE project_settings ${arg_LIBRARIES})
   target_compile_definitions(${name} PRIVATE "FMU_GUID=\"{${guid}}\"")
   # A simulation tool has none of MinGW's own DLLs.
-  target_link_options(${name} PRIVATE $<$<BOOL:${MINGW}>:-static>)
+  target_link_options(${name} PRIVATE "$<$<BOOL:${MINGW}>:-static;-s>")
   limit_exports(${name} "${PROJECT_SOURCE_DIR}/example_fmus/exports.map")
   set_target_properties(${name} PROPERTIES
     PREFIX "" FMU_GUID "{${guid}}" FMU_MODEL_DESCRIPTION "${description}"
