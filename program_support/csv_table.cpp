@@ -168,12 +168,21 @@ std::optional<std::size_t> CsvTable::columnOf(std::string_view name) const {
     return static_cast<std::size_t>(found - names_.begin());
 }
 
+std::string CsvTable::place(std::size_t row) const {
+    return path_ + ":" + std::to_string(rows_[row].lineNumber);
+}
+
 double CsvTable::value(std::size_t row, std::size_t column) const {
     const double number = numbers_[column][row];
     if (std::isnan(number)) {
         failNoNumber(row, column);
     }
     return number;
+}
+
+std::optional<double> CsvTable::number(std::size_t row, std::size_t column) const {
+    const double number = numbers_[column][row];
+    return std::isnan(number) ? std::nullopt : std::optional(number);
 }
 
 std::string CsvTable::text(std::size_t row, std::size_t column) const {

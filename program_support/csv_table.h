@@ -33,8 +33,14 @@ class CsvTable {
 
     [[nodiscard]] double time(std::size_t row) const { return numbers_[0][row]; }
 
+    /// Where a row stands, as "file:line".
+    [[nodiscard]] std::string place(std::size_t row) const;
+
     /// The number in a cell. Throws InputError naming file, line and column when it is none.
     [[nodiscard]] double value(std::size_t row, std::size_t column) const;
+
+    /// The number in a cell; nothing when it is none.
+    [[nodiscard]] std::optional<double> number(std::size_t row, std::size_t column) const;
 
     /// The text in a cell, without the quotes around it.
     [[nodiscard]] std::string text(std::size_t row, std::size_t column) const;

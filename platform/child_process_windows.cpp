@@ -1,0 +1,48 @@
+#include "platform/child_process.h"
+#include "platform/files.h"
+
+#include <windows.h>
+
+namespace platform {
+
+namespace {
+
+/// `argument` so that the C runtime of the program reads it back as it is: backslashes are doubled
+/// where a quote follows them.
+std::string quoted(const std::string& argument) {
+    std::string result = "\"";
+    std::size_t backslashes = 0;
+    for (const char character : argument) {
+        if (character == '"') {
+            result.append(backslashes + 1, '\\');
+        }
+        backslashes = character == '\\' ? backslashes + 1 : 0;
+        result += character;
+    }
+    return result.append(backslashes, '\\') + '"';
+}
+
+} // namespace
+
+std::optional<int> runProgram(const std::vector<std::string>& arguments) {
+    std::string line;
+    for (const auto& argument : arguments) {
+        line += (line.empty() ? "" : " ") + quoted(argument);
+    }
+    std::wstring wideLine = nativePath(line).native();
+    STARTUPINFOW info{};
+    info.cb = sizeof info;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, wideLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                        &info, &process)) {
+        return std::nullopt;
+    }
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD status = 0;
+    GetExitCodeProcess(process.hProcess, &status);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    return static_cast<int>(status);
+}
+
+} // namespace platform

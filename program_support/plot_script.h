@@ -1,0 +1,22 @@
+#pragma once
+
+#include "program_support/csv_table.h"
+
+#include <string>
+#include <vector>
+
+namespace program_support {
+
+/// One curve of a picture.
+struct Curve {
+    std::size_t column; ///< In the table.
+    std::string name;
+    std::string unit; ///< "-" for none.
+};
+
+/// The commands for gnuplot that draw `curves` of `table` into `imageFile`, data included. Names
+/// and paths are data in it, whatever characters they are made of.
+std::string plotScript(const CsvTable& table, const std::vector<Curve>& curves,
+                       const std::string& imageFile);
+
+} // namespace program_support
