@@ -1,0 +1,53 @@
+#pragma once
+
+#include "JM/jm_callbacks.h"
+
+#include <initializer_list>
+#include <string_view>
+
+namespace fmi_import {
+
+/// Module names under which messages are logged.
+namespace module {
+inline constexpr const char* library = "FMILIB";
+inline constexpr const char* archive = "FMIZIP";
+inline constexpr const char* version = "FMIXML";
+inline constexpr const char* modelDescription = "FMI2XML";
+inline constexpr const char* binary = "FMICAPI";
+inline constexpr const char* directories = "JMPRT";
+} // namespace module
+
+/// Writes messages through an application's callbacks.
+class Log {
+  public:
+    using Parts = std::initializer_list<std::string_view>;
+
+    /// Null means the default callbacks.
+    explicit Log(jm_callbacks* callbacks)
+        : callbacks_(callbacks != nullptr ? callbacks : jm_get_default_callbacks()) {}
+
+    /// Joins `parts` in the callbacks' buffer and hands them to the logger, unless the level is
+    /// above the callbacks' own. Needs no memory.
+    void write(jm_log_level_enu_t level, const char* module, Parts parts) const;
+
+    void fatal(const char* module, Parts parts) const { write(jm_log_level_fatal, module, parts); }
+
+    void error(const char* module, Parts parts) const { write(jm_log_level_error, module, parts); }
+
+    void warning(const char* module, Parts parts) const {
+        write(jm_log_level_warning, module, parts);
+    }
+
+    void info(const char* module, Parts parts) const { write(jm_log_level_info, module, parts); }
+
+    void verbose(const char* module, Parts parts) const {
+        write(jm_log_level_verbose, module, parts);
+    }
+
+    [[nodiscard]] jm_callbacks* callbacks() const { return callbacks_; }
+
+  private:
+    jm_callbacks* callbacks_;
+};
+
+} // namespace fmi_import

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "fmi_import/model_description.h"
+#include "fmi_import/xml_report.h"
+
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace fmi_import {
+
+/// A SimpleType (FMI 2.0 section 2.2.3).
+struct DeclaredType {
+    fmi2_base_type_enu_t type;
+    fmi2_import_unit_t* unit; ///< Null where it has none.
+};
+
+/// Units and declared types as they are needed while variables are read.
+class UnitReader {
+  public:
+    UnitReader(const XmlReport& report, ModelDescription& description)
+        : report_(report),
+          description_(description) {}
+
+    /// Reads a UnitDefinitions element (section 2.2.2).
+    void readUnits(pugi::xml_node element);
+
+    /// Reads a TypeDefinitions element (section 2.2.3).
+    void readTypes(pugi::xml_node element);
+
+    /// The unit called `name`; one that was not declared is made. Null for null or "".
+    fmi2_import_unit_t* unit(const char* name);
+
+    /// The declared type that a variable of base type `type` names; null for null, and with a
+    /// message when there is none such.
+    const DeclaredType* declaredType(const char* name, fmi2_base_type_enu_t type) const;
+
+    /// Aborts when `name` is given and no unit has such a display unit.
+    void checkDisplayUnit(pugi::xml_node element, const char* name) const;
+
+  private:
+    void readUnit(pugi::xml_node element);
+    void readType(pugi::xml_node element);
+
+    const XmlReport& report_;
+    ModelDescription& description_;
+    std::unordered_map<std::string_view, DeclaredType> types_;
+    std::unordered_set<std::string_view> displayUnits_;
+};
+
+/// The base type whose element is called `name`.
+std::optional<fmi2_base_type_enu_t> baseTypeFromElement(std::string_view name);
+
+} // namespace fmi_import
