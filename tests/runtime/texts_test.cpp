@@ -49,11 +49,13 @@ std::string formatted(const char* format, ...) {
 
 TEST(ForeignMessage, IsFormattedAsByPrintf) {
     EXPECT_EQ(formatted("t=%g n=%d s=%s", 0.5, -3, "text"), "t=0.5 n=-3 s=text");
-    EXPECT_EQ(formatted("[%-6.2f|%+5d|%05u|%#x]", 3.14159, 7, 42U, 255U), "[3.14  |   +7|00042|0xff]");
+    EXPECT_EQ(formatted("[%-6.2f|%+5d|%05u|%#x]", 3.14159, 7, 42U, 255U),
+              "[3.14  |   +7|00042|0xff]");
     EXPECT_EQ(formatted("[%*s|%-*s|%.*s]", 4, "a", 4, "b", 2, "cdef"), "[   a|b   |cd]");
     EXPECT_EQ(formatted("[%*d]", -4, 1), "[1   ]");
     EXPECT_EQ(formatted("%hhd %hu %ld %llu", 300, 65537, 5L, ~0ULL), "44 1 5 18446744073709551615");
-    EXPECT_EQ(formatted("%I64d %zu %u", 1LL << 40, std::size_t{9}, ~0U), "1099511627776 9 4294967295");
+    EXPECT_EQ(formatted("%I64d %zu %u", 1LL << 40, std::size_t{9}, ~0U),
+              "1099511627776 9 4294967295");
     EXPECT_EQ(formatted("%c%c 100%% %Lg", 'o', 'k', 2.5L), "ok 100% 2.5");
 }
 
