@@ -1,0 +1,34 @@
+#pragma once
+
+#include "fmi_tools.h"
+#include "solver_plugin/solver_core.h"
+
+#include <cstdint>
+#include <string>
+
+/// Set-up of a run: its files, the FMU, the first lines of the log.
+namespace solver_plugin {
+
+/// Loads the FMU named in the options of `core` and stores its handle there. Log and results files
+/// are named after the FMU and go into the directory in the environment variable
+/// "TEST_OUTPUT_PATH", else into the working directory.
+///
+/// @param core             options in, handle out (null on failure)
+/// @param workingDirectory directory into which the FMU is unpacked
+/// @param scriptDirectory  directory of the clean-up script, with its closing separator
+/// @return 0, or -1 when openFmu() failed
+/// @throws std::bad_alloc when memory runs out, with nothing loaded
+std::int32_t openRun(SolverCore& core, const std::string& workingDirectory,
+                     const std::string& scriptDirectory);
+
+/// Loads an FMU and opens its files; debug lines are on when the environment variable
+/// "FMI_PLUGIN_DEBUG_LOGS" is set. The run is then in state `created`.
+///
+/// @param includeLocal not used
+/// @return the handle, or null when the FMU could not be loaded or the results could not be set up
+/// @throws std::bad_alloc when memory runs out before anything is loaded
+FmiToolsInstance* openFmu(const std::string& fmuPath, const std::string& workingDirectory,
+                          const std::string& logFile, const std::string& resultsFile,
+                          const std::string& scriptDirectory, bool includeLocal);
+
+} // namespace solver_plugin
