@@ -117,7 +117,7 @@ void PluginFmiSolver::setUp(ModelManager* modelManager) {
         setModelManager(modelManager);
         const std::string directory = workingDirectory(*this);
         return openRun(core(), directory,
-                       scriptDirectoryFor(platform::nativePaths, modelFilePath(*this)));
+                       scriptDirectoryFor(platform::nativePaths(), modelFilePath(*this)));
     });
 }
 

@@ -37,7 +37,7 @@ std::int32_t openRun(SolverCore& core, const std::string& workingDirectory,
     const char* testOutput = std::getenv("TEST_OUTPUT_PATH");
     const std::string fmuPath = core.settings->fmuPath();
     const std::string stem = runFileStem(
-        platform::nativePaths, testOutput == nullptr ? workingDirectory : testOutput, fmuPath);
+        platform::nativePaths(), testOutput == nullptr ? workingDirectory : testOutput, fmuPath);
     core.runtime = openFmu(fmuPath, workingDirectory, stem + ".out", stem + ".csv", scriptDirectory,
                            core.settings->includeLocal());
     return core.runtime == nullptr ? -1 : 0;
