@@ -1,0 +1,531 @@
+#include "create_solver.h"
+#include "host/solver.h"
+#include "host/tuple_array.h"
+#include "reference_host/log_sink.h"
+#include "reference_host/simulation.h"
+#include "support/environment.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStdout;
+using Lines = std::vector<std::string>;
+
+/// A host with one run of an FMU in a directory of its own.
+class Run {
+  public:
+    explicit Run(const std::string& fmu, const std::string& options = "") : name_(fmu) {
+        host.setWorkingDirectory(test_support::narrow(directory.path()));
+        host.setModelFilePath(test_support::narrow(directory / "case.xml"));
+        host.setCommandLine("\"" + test_support::narrow(test_support::fmuPath(fmu)) + "\" " +
+                            options);
+    }
+
+    void setUp() {
+        solver->parseCommandLine(host.modelManager());
+        solver->setUp(host.modelManager());
+    }
+
+    void begin() {
+        setUp();
+        solver->applyInitialInputs(0);
+        solver->start();
+        solver->writeInitialOutputs(0);
+    }
+
+    void step(double time) {
+        solver->applyInputs(time);
+        solver->solveTo(time);
+        solver->writeOutputs(time);
+    }
+
+    /// The lines of the log, "level message", of the module, or of all when it is empty.
+    [[nodiscard]] Lines log(const std::string& module = "FMISolver") const {
+        Lines result;
+        for (const auto& line : test_support::lines(read(".out"))) {
+            const auto start = line.find("[" + module + "][None][");
+            if (start != std::string::npos) {
+                auto text = line.substr(start + module.size() + 9);
+                result.push_back(text.replace(text.find("] "), 2, " "));
+            }
+        }
+        return result;
+    }
+
+    /// The names in the lines that begin with `verb` and end with "=value", or name a failure.
+    [[nodiscard]] std::string transfers(const std::string& verb) const {
+        std::string names;
+        for (const auto& line : log("FMITools")) {
+            if (line.starts_with(verb)) {
+                const auto name = line.substr(verb.size(), line.find('=') - verb.size());
+                names += (names.empty() ? "" : " ") + name;
+            }
+        }
+        return names;
+    }
+
+    [[nodiscard]] std::string read(const std::string& ending) const {
+        return test_support::readFile(directory / (name_ + ending));
+    }
+
+    test_support::TemporaryDirectory directory;
+    reference_host::Simulation host;
+    std::unique_ptr<Solver> solver{createSolver()};
+
+  private:
+    std::string name_;
+};
+
+bool contains(const Lines& lines, const std::string& line) {
+    return std::ranges::find(lines, line) != lines.end();
+}
+
+/// What is thrown, by its text.
+template <typename Operation>
+std::string errorOf(Operation operation) {
+    try {
+        operation();
+    } catch (const std::runtime_error& error) {
+        return error.what();
+    }
+    return "nothing was thrown";
+}
+
+TEST(Factory, TellsTheBuildOnTheConsoleAndTheBannerInTheHostsLog) {
+    CaptureStdout();
+    const std::unique_ptr<Solver> solver(createSolver());
+    const auto console = test_support::lines(GetCapturedStdout());
+    ASSERT_NE(solver, nullptr);
+    ASSERT_EQ(console.size(), 2U);
+    EXPECT_TRUE(console[0].starts_with("PluginFMISolver: " PLUGIN_VERSION "; Compiled on "));
+    EXPECT_TRUE(console[1].starts_with("PluginFMISolver: Compilation Environment: "));
+
+    Lines banner;
+    reference_host::setLogSink([&](Logger::Level level, const std::string& text) {
+        EXPECT_EQ(static_cast<int>(level), 3);
+        banner.push_back("PluginFMISolver" + text.substr(0, 0) + ": " + text.substr(10));
+    });
+    solver->printBanner();
+    reference_host::setLogSink({});
+    EXPECT_EQ(banner, console);
+}
+
+TEST(FullRun, CarriesTheFmuThroughEveryOperation) {
+    Run run("scripted", "-parameter gain 2");
+    run.host.addCoupledCondition("u", 1).setValue(0, 0, 3.0);
+    auto& force = run.host.addCoupledCondition("F", 3);
+    for (int i = 0; i < 3; ++i) {
+        force.setValue(0, i, i + 1.0);
+    }
+    auto& x = run.host.addOutputResult("x", "Length", 1);
+    auto& pressure = run.host.addOutputResult("P[3]", "Pressure", 1);
+    CaptureStdout();
+    run.begin();
+    EXPECT_EQ(pressure.getValue(0, 0), 3.0);
+    for (int i = 1; i <= 10; ++i) {
+        run.step(i * 0.1);
+        EXPECT_NEAR(x.getValue(0, 0), 6.0 * i * 0.1, 1e-12);
+    }
+    const auto log = run.log();
+    run.solver->terminate();
+    const auto console = GetCapturedStdout();
+
+    EXPECT_EQ(run.host.failureCode(), 0);
+    ASSERT_EQ(log.size(), 10U);
+    EXPECT_EQ(log[0], "OK FMI plugin version: " PLUGIN_VERSION);
+    EXPECT_EQ(log[1].find("OK FMI plugin build ID: "), 0U);
+    EXPECT_EQ(log[1].size(), std::string("OK FMI plugin build ID: 0123456").size());
+    EXPECT_EQ(log[2].find("OK FMI plugin build date: "), 0U);
+    EXPECT_EQ(log[3].find("OK FMU generation tool: "), 0U);
+    EXPECT_EQ(Lines(log.begin() + 4, log.end()),
+              (Lines{"OK Starting plugin", "OK Setting parameter gain=2", "OK Checking FMUType",
+                     "OK Expecting input model (FMU) of type: Dynamodeler",
+                     "OK Found Dynamodeler FMU.", "OK Initialised FMU"}));
+    EXPECT_EQ(test_support::lines(run.read(".csv")).size(), 11U);
+    EXPECT_NE(console.find("FMISolver: Running in standalone mode\n"), std::string::npos);
+    EXPECT_NE(console.find("Closed plugin"), std::string::npos);
+
+    run.step(2.0);
+    EXPECT_EQ(run.host.failureCode(), 5);
+    run.solver->terminate();
+}
+
+TEST(FailureCodes, EachHasItsOwnCause) {
+    using Operation = void (*)(Run&);
+    const Operation prepare = [](Run& run) { run.begin(); };
+
+    const struct {
+        const char* name;
+        std::string fmu, options, condition, output;
+        Operation operation;
+        int code;
+    } cases[] = {
+        {"set-up", "no_such", "", "", "", [](Run& run) { run.setUp(); }, 4},
+        {"initial inputs", "scripted", "", "none", "",
+         [](Run& run) {
+             run.setUp();
+             run.solver->applyInitialInputs(0);
+         },
+         4},
+        {"start", "scripted", "-parameter script enterInitializationMode=error", "", "", prepare,
+         4},
+        {"initial outputs", "scripted", "", "", "none", prepare, 4},
+        {"inputs", "scripted", "", "none", "",
+         [](Run& run) {
+             run.setUp();
+             run.solver->start();
+             run.solver->applyInputs(0.0);
+         },
+         5},
+        {"initialisation", "scripted", "-parameter script exitInitializationMode=error", "", "",
+         [](Run& run) {
+             run.begin();
+             run.solver->solveTo(0.1);
+         },
+         5},
+        {"step", "scripted", "-parameter script doStep=discard", "", "",
+         [](Run& run) {
+             run.begin();
+             run.solver->solveTo(0.1);
+         },
+         5},
+        {"outputs", "scripted", "", "", "none",
+         [](Run& run) {
+             run.setUp();
+             run.solver->start();
+             run.solver->writeOutputs(0.1);
+         },
+         3},
+    };
+
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.name);
+        Run run(expected.fmu, expected.options);
+        if (!expected.condition.empty()) {
+            run.host.addCoupledCondition(expected.condition, 1);
+        }
+        if (!expected.output.empty()) {
+            run.host.addOutputResult(expected.output, "", 1);
+        }
+        expected.operation(run);
+        EXPECT_EQ(run.host.failureCode(), expected.code);
+        run.solver->terminate();
+        EXPECT_EQ(run.host.failureCode(), expected.code);
+    }
+}
+
+TEST(FailureCodes, StayWhenLaterOperationsSucceed) {
+    Run run("scripted", "-parameter script exitInitializationMode@1=error;doStep@1=error");
+    auto& x = run.host.addOutputResult("x", "", 1);
+    run.host.addCoupledCondition("u", 1).setValue(0, 0, 1.0);
+    run.begin();
+    for (const double time : {0.1, 0.25, 0.5}) {
+        run.step(time);
+    }
+    EXPECT_EQ(x.getValue(0, 0), 0.5);
+    EXPECT_EQ(run.host.failureCode(), 5);
+    const auto log = run.log();
+    EXPECT_EQ(Lines(log.end() - 3, log.end()),
+              (Lines{"Error Failed to initialise FMU", "OK Initialised FMU",
+                     "Error Failed to simulate to t=0.250000"}));
+    run.solver->terminate();
+}
+
+TEST(States, RefuseWhatIsNotDue) {
+    Run run("scripted");
+    run.setUp();
+    run.solver->solveTo(0.1);
+    EXPECT_EQ(run.host.failureCode(), 5);
+    EXPECT_EQ(run.log().back(), "Error Cannot solve as solver state is: Solver created");
+    run.solver->start();
+    const auto lines = run.log().size();
+    run.solver->start();
+    EXPECT_EQ(run.log().size(), lines);
+    run.solver->solveTo(0.1);
+    run.solver->start();
+    EXPECT_EQ(run.host.failureCode(), 4);
+    EXPECT_EQ(run.log().back(), "Error Cannot start solver as state is: Solver simulating");
+    run.solver->terminate();
+}
+
+TEST(KindCheck, FailsBothWays) {
+    const std::string mismatch = "Unexpected FMUType. FMU does not match type: ";
+    Run declared("scripted", "-fmutype FTIRE");
+    declared.setUp();
+    EXPECT_EQ(errorOf([&] { declared.solver->start(); }), mismatch + "FTIRE");
+    EXPECT_EQ(declared.host.failureCode(), 0);
+    const auto log = declared.log();
+    ASSERT_EQ(log.size(), 4 + 3 + 8U);
+    EXPECT_EQ(log[6], "OK Expecting input model (FMU) of type: FTIRE");
+    EXPECT_EQ(log[7],
+              "Error Was expecting FTIRE input model. However, unable to retrieve identifier from "
+              "input model (FMU) to verify this model is of type FTIRE. This could be either "
+              "because:");
+    EXPECT_EQ(log[12], "Error 1. If the input model is really an FTIRE FMU, ensure it is declared "
+                       "correctly in the XML (-fmutype FTIRE)");
+    EXPECT_EQ(log[14], "Error 3. Check ftirezol.log and the .out for information regarding any "
+                       "computation errors.");
+    declared.solver->solveTo(0.1);
+    EXPECT_EQ(declared.log().back(), "Error Cannot solve as solver state is: Solver created");
+    declared.solver->terminate();
+
+    for (const std::string kind : {"", "KIND2", "ftire"}) {
+        Run tyre("tyre", kind.empty() ? "" : "-fmutype " + kind);
+        tyre.setUp();
+        EXPECT_EQ(errorOf([&] { tyre.solver->start(); }), mismatch + kind);
+        const auto lines = tyre.log();
+        EXPECT_EQ(lines[lines.size() - 2],
+                  "Error Incorrect input model type. Found input model (FMU) of type: FTIRE. Was "
+                  "expecting an input model (FMU) of type: Dynamodeler. Exiting...");
+        EXPECT_EQ(lines.back(),
+                  "Error Please check the input model type specified (-fmutype) in the XML.");
+        tyre.solver->terminate();
+    }
+}
+
+TEST(KindCheck, AcceptsATyreWithTheRightIdentification) {
+    Run tyre("tyre", "-fmutype FTIRE");
+    tyre.begin();
+    EXPECT_EQ(tyre.log().back(), "OK Found FTIRE FMU.");
+    EXPECT_EQ(tyre.host.failureCode(), 0);
+    tyre.solver->terminate();
+
+    Run other("tyre", "-fmutype FTIRE -parameter fTireWorld.xmxKey 1");
+    other.setUp();
+    EXPECT_NE(errorOf([&] { other.solver->start(); }), "nothing was thrown");
+    EXPECT_EQ(other.log().back(),
+              "Error Was expecting input model of type FTIRE. However, the input model and "
+              "FTIRE-ZOL interface contain inconsistent identification.");
+    other.solver->terminate();
+}
+
+TEST(Parameters, AreAppliedInTheOrderOfTheirNames) {
+    Run run("scripted", "-parameter offset 7 -parameter none 1 -parameter gain 2.5");
+    run.setUp();
+    run.solver->start();
+    const auto log = run.log();
+    EXPECT_EQ(Lines(log.begin() + 5, log.begin() + 9),
+              (Lines{"OK Setting parameter gain=2.5", "OK Setting parameter none=1",
+                     "Warning Failed to set parameter", "OK Setting parameter offset=7"}));
+    EXPECT_EQ(run.host.failureCode(), 0);
+    run.solver->terminate();
+}
+
+TEST(Parameters, ComeFromAFile) {
+    Run run("scripted");
+    test_support::writeFile(run.directory / "p.xml",
+                            "<FMUSettings Version='1'><Parameters>"
+                            "<Parameter Name='gain' Type='Real'>4</Parameter>"
+                            "<Parameter Name='label' Type='String'>two words</Parameter>"
+                            "</Parameters></FMUSettings>");
+    run.host.setCommandLine("\"" + test_support::narrow(test_support::fmuPath("scripted")) +
+                            "\" -parameter mass 9 -parameterfile \"" +
+                            test_support::narrow(run.directory / "p.xml") + "\"");
+    run.setUp();
+    run.solver->start();
+    const auto log = run.log();
+    EXPECT_TRUE(contains(log, "OK Setting parameter gain=4"));
+    EXPECT_TRUE(contains(log, "OK Setting parameter label=two words"));
+    EXPECT_FALSE(contains(log, "OK Setting parameter mass=9"));
+    run.solver->terminate();
+}
+
+TEST(Inputs, FollowOptionAndSize) {
+    const struct {
+        const char* option;
+        int size;
+        const char* names;
+        bool failed;
+    } cases[] = {
+        {"", 1, "F", true},
+        {"", 3, "F[1] F[2] F[3]", false},
+        {"", 2, "F[1] F[2] F[3]", false},
+        {"", 6, "F[1] F[2] F[3]", false},
+        {"", 0, "F[1] F[2] F[3]", false},
+        {"-noarrayinputs", 3, "F", true},
+    };
+
+    for (const auto& expected : cases) {
+        Run run("scripted", expected.option);
+        auto& force = run.host.addCoupledCondition("F", expected.size);
+        for (int i = 0; i < 3; ++i) {
+            force.setValue(0, i, i + 1.0);
+        }
+        run.setUp();
+        run.solver->applyInitialInputs(0);
+        EXPECT_EQ(run.transfers(expected.failed ? "Error Could not find input " : "OK Set input "),
+                  expected.names);
+        EXPECT_EQ(run.host.failureCode(), expected.failed ? 4 : 0);
+        run.solver->terminate();
+    }
+    Run scalar("scripted", "-noarrayinputs");
+    scalar.host.addCoupledCondition("u", 3).setValue(0, 0, 5.0);
+    scalar.setUp();
+    scalar.solver->applyInputs(0.0);
+    EXPECT_TRUE(contains(scalar.log("FMITools"), "OK Set input u=5.0000000000000000e+00"));
+    scalar.solver->terminate();
+}
+
+TEST(Outputs, FollowOptionAndQuantity) {
+    const struct {
+        const char* option;
+        const char* name;
+        const char* quantity;
+        const char* names;
+        std::vector<double> values;
+    } cases[] = {
+        {"", "P", "Pressure", "P", {1.0, -1.0, -1.0}},
+        {"", "P", "PressureGlobal", "P", {1.0, -1.0, -1.0}},
+        {"-outputsarearrays", "P", "Pressure", "P[1] P[2] P[3]", {1.0, 2.0, 3.0}},
+        {"-outputsarearrays", "P", "PressureGlobal", "P[1]", {1.0, -1.0, -1.0}},
+        {"-outputsarearrays", "P", "Pressureglobal", "P[1] P[2] P[3]", {1.0, 2.0, 3.0}},
+        {"-outputsarearrays", "P", "PressureGlobal ", "P[1] P[2] P[3]", {1.0, 2.0, 3.0}},
+        {"-outputsarearrays", "Q", "Flow", "Q[1]", {0.0, -1.0, -1.0}},
+    };
+
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(std::string(expected.option) + expected.quantity);
+        Run run("scripted", expected.option);
+        auto& force = run.host.addCoupledCondition("F", 3);
+        auto& output = run.host.addOutputResult(expected.name, expected.quantity, 3);
+        for (int i = 0; i < 3; ++i) {
+            force.setValue(0, i, i + 1.0);
+            output.setValue(0, i, -1.0);
+        }
+        run.begin();
+        EXPECT_EQ(run.transfers("OK Fetched output "), expected.names);
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(output.getValue(0, i), expected.values[static_cast<std::size_t>(i)]);
+        }
+        run.solver->terminate();
+    }
+}
+
+TEST(Transfers, EndAtTheFirstMissingVariable) {
+    Run run("scripted");
+    for (const char* name : {"u", "none", "rawInput"}) {
+        run.host.addCoupledCondition(name, 1).setValue(0, 0, 2.0);
+    }
+    auto& first = run.host.addOutputResult("Q[1]", "", 1);
+    run.host.addOutputResult("nothing", "", 1).setValue(0, 0, -1.0);
+    auto& last = run.host.addOutputResult("x", "", 1);
+    last.setValue(0, 0, -1.0);
+    run.begin();
+    run.step(0.1);
+    EXPECT_EQ(run.transfers("OK Set input "), "u u");
+    EXPECT_EQ(run.transfers("Error Could not find input "), "none none");
+    EXPECT_EQ(run.transfers("Error Could not find output "), "nothing nothing");
+    EXPECT_EQ(first.getValue(0, 0), 2.0);
+    EXPECT_EQ(last.getValue(0, 0), -1.0);
+    EXPECT_EQ(run.host.failureCode(), 3);
+    run.solver->terminate();
+}
+
+TEST(SkipSwitches, SilenceTheStepOperationsOnly) {
+    for (const bool byOption : {true, false}) {
+        Run run("scripted");
+        run.host.addCoupledCondition("none", 1);
+        run.host.addOutputResult("none", "", 1);
+        run.setUp();
+        run.solver->start();
+        const auto lines = run.log("FMITools").size();
+        run.host.setStepSkipOption(byOption);
+        run.host.setStepSkipParameter(!byOption);
+        run.step(0.1);
+        EXPECT_EQ(run.host.failureCode(), 0);
+        EXPECT_EQ(run.log("FMITools").size(), lines);
+        EXPECT_FALSE(contains(run.log(), "OK Initialised FMU"));
+        run.solver->applyInitialInputs(0);
+        EXPECT_EQ(run.host.failureCode(), 4);
+        run.solver->terminate();
+    }
+}
+
+TEST(FailedSetUp, LeavesEveryOperationCallable) {
+    Run run("no_such");
+    run.host.addCoupledCondition("F", 3);
+    auto& output = run.host.addOutputResult("P", "", 1);
+    output.setValue(0, 0, -1.0);
+    run.host.setCoupled(true);
+    run.setUp();
+    CaptureStdout();
+    run.solver->start();
+    EXPECT_EQ(run.host.failureCode(), 4);
+    run.solver->writeInitialOutputs(0);
+    run.solver->applyInitialInputs(0);
+    run.step(0.1);
+    EXPECT_EQ(output.getValue(0, 0), 0.0);
+    EXPECT_EQ(run.host.failureCode(), 5);
+    run.solver->terminate();
+    const auto console = GetCapturedStdout();
+    EXPECT_NE(console.find("FMISolver: Running in coupled mode\n"), std::string::npos);
+    EXPECT_NE(console.find("Cannot start solver as state is: Solver not created"),
+              std::string::npos);
+    EXPECT_NE(console.find("Cannot solve as solver state is: Solver not created"),
+              std::string::npos);
+}
+
+TEST(FailedSetUp, IsWhatAHostWithoutObjectsGets) {
+    const std::unique_ptr<Solver> solver(createSolver());
+    EXPECT_EQ(errorOf([&] { solver->parseCommandLine(nullptr); }),
+              "Unable to parse command line - command line arguments unavailable");
+    EXPECT_NO_THROW(solver->setUp(nullptr));
+    EXPECT_NO_THROW(solver->applyInitialInputs(0));
+    EXPECT_NO_THROW(solver->start());
+    EXPECT_NO_THROW(solver->writeInitialOutputs(0));
+    EXPECT_NO_THROW(solver->applyInputs(0.0));
+    EXPECT_NO_THROW(solver->solveTo(0.1));
+    EXPECT_NO_THROW(solver->writeOutputs(0.1));
+    EXPECT_NO_THROW(solver->terminate());
+
+    Run empty("scripted");
+    empty.host.setCommandLine("");
+    EXPECT_EQ(errorOf([&] { empty.setUp(); }),
+              "FMISolver - Incorrect number of command line arguments");
+}
+
+TEST(Environment, ChoosesTheOutputDirectoryAndDebugLines) {
+    Run run("scripted");
+    const test_support::TemporaryDirectory elsewhere;
+    const test_support::ScopedEnvironment output("TEST_OUTPUT_PATH",
+                                                 test_support::narrow(elsewhere.path()));
+    const test_support::ScopedEnvironment debug("FMI_PLUGIN_DEBUG_LOGS", "1");
+    CaptureStdout();
+    run.begin();
+    run.step(0.1);
+    run.solver->terminate();
+    EXPECT_NE(GetCapturedStdout().find("[Debug] Calling cleanup script as: "), std::string::npos);
+    EXPECT_FALSE(exists(run.directory / "scripted.out"));
+    EXPECT_TRUE(exists(elsewhere / "scripted.out"));
+    EXPECT_EQ(test_support::lines(test_support::readFile(elsewhere / "scripted.csv")).size(), 2U);
+}
+
+TEST(TwoSolvers, RunSideBySide) {
+    Run first("scripted", "-parameter gain 1");
+    Run second("scripted", "-parameter gain 10");
+    auto& x = first.host.addOutputResult("x", "", 1);
+    auto& y = second.host.addOutputResult("x", "", 1);
+    for (auto* run : {&first, &second}) {
+        run->host.addCoupledCondition("u", 1).setValue(0, 0, 1.0);
+        run->begin();
+    }
+    first.step(0.5);
+    second.step(0.25);
+    first.solver->terminate();
+    second.step(1.0);
+    EXPECT_EQ(x.getValue(0, 0), 0.5);
+    EXPECT_EQ(y.getValue(0, 0), 10.0);
+    EXPECT_EQ(second.host.failureCode(), 0);
+    second.solver->terminate();
+}
+
+} // namespace
