@@ -13,6 +13,7 @@ constexpr std::string_view parameterFileOption = "-parameterfile";
 
 std::vector<std::string_view> tokensOf(int argc, char** argv) {
     std::vector<std::string_view> tokens;
+    tokens.reserve(static_cast<std::size_t>(argc));
     for (int i = 0; i < argc; ++i) {
         tokens.emplace_back(argv[i] == nullptr ? "" : argv[i]);
     }

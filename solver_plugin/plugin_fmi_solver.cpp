@@ -84,8 +84,6 @@ std::string commandLineOf(const Solver& solver) {
 
 PluginFmiSolver::PluginFmiSolver() : core_(createCore()) {}
 
-PluginFmiSolver::~PluginFmiSolver() = default;
-
 SolverCore& PluginFmiSolver::core() const {
     return required(core_.get());
 }

@@ -11,18 +11,13 @@ namespace solver_plugin {
 ///
 /// A failed operation writes its code into integer parameter 11 of the solution's parameters and
 /// returns normally; success writes nothing. Only parseCommandLine() and start() throw, and only
-/// what is said there. After a failed setUp() every other operation may still be called.
+/// what is said there. After a failed setUp() every other operation may still be called. Its end
+/// leaves the FMU loaded unless terminate() was called.
 class PluginFmiSolver final : public Solver {
   public:
     /// Makes a solver without an FMU. When there is no memory for its members it is made all the
     /// same, and its operations fail.
     PluginFmiSolver();
-
-    /// Leaves the FMU loaded unless terminate() was called.
-    ~PluginFmiSolver() override;
-
-    PluginFmiSolver(const PluginFmiSolver&) = delete;
-    PluginFmiSolver& operator=(const PluginFmiSolver&) = delete;
 
     /// Logs build and tool chain to the host's log.
     void printBanner() override;

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -21,9 +22,9 @@ using testing::internal::GetCapturedStdout;
 using Lines = std::vector<std::string>;
 
 /// A host with one run of an FMU in a directory of its own.
-class Run {
+class HostRun {
   public:
-    explicit Run(const std::string& fmu, const std::string& options = "") : name_(fmu) {
+    explicit HostRun(const std::string& fmu, const std::string& options = "") : name_(fmu) {
         host.setWorkingDirectory(test_support::narrow(directory.path()));
         host.setModelFilePath(test_support::narrow(directory / "case.xml"));
         host.setCommandLine("\"" + test_support::narrow(test_support::fmuPath(fmu)) + "\" " +
@@ -120,7 +121,7 @@ TEST(Factory, TellsTheBuildOnTheConsoleAndTheBannerInTheHostsLog) {
 }
 
 TEST(FullRun, CarriesTheFmuThroughEveryOperation) {
-    Run run("scripted", "-parameter gain 2");
+    HostRun run("scripted", "-parameter gain 2");
     run.host.addCoupledCondition("u", 1).setValue(0, 0, 3.0);
     auto& force = run.host.addCoupledCondition("F", 3);
     for (int i = 0; i < 3; ++i) {
@@ -160,8 +161,8 @@ TEST(FullRun, CarriesTheFmuThroughEveryOperation) {
 }
 
 TEST(FailureCodes, EachHasItsOwnCause) {
-    using Operation = void (*)(Run&);
-    const Operation prepare = [](Run& run) { run.begin(); };
+    using Operation = void (*)(HostRun&);
+    const Operation prepare = [](HostRun& run) { run.begin(); };
 
     const struct {
         const char* name;
@@ -169,9 +170,9 @@ TEST(FailureCodes, EachHasItsOwnCause) {
         Operation operation;
         int code;
     } cases[] = {
-        {"set-up", "no_such", "", "", "", [](Run& run) { run.setUp(); }, 4},
+        {"set-up", "no_such", "", "", "", [](HostRun& run) { run.setUp(); }, 4},
         {"initial inputs", "scripted", "", "none", "",
-         [](Run& run) {
+         [](HostRun& run) {
              run.setUp();
              run.solver->applyInitialInputs(0);
          },
@@ -180,26 +181,26 @@ TEST(FailureCodes, EachHasItsOwnCause) {
          4},
         {"initial outputs", "scripted", "", "", "none", prepare, 4},
         {"inputs", "scripted", "", "none", "",
-         [](Run& run) {
+         [](HostRun& run) {
              run.setUp();
              run.solver->start();
              run.solver->applyInputs(0.0);
          },
          5},
         {"initialisation", "scripted", "-parameter script exitInitializationMode=error", "", "",
-         [](Run& run) {
+         [](HostRun& run) {
              run.begin();
              run.solver->solveTo(0.1);
          },
          5},
         {"step", "scripted", "-parameter script doStep=discard", "", "",
-         [](Run& run) {
+         [](HostRun& run) {
              run.begin();
              run.solver->solveTo(0.1);
          },
          5},
         {"outputs", "scripted", "", "", "none",
-         [](Run& run) {
+         [](HostRun& run) {
              run.setUp();
              run.solver->start();
              run.solver->writeOutputs(0.1);
@@ -209,7 +210,7 @@ TEST(FailureCodes, EachHasItsOwnCause) {
 
     for (const auto& expected : cases) {
         SCOPED_TRACE(expected.name);
-        Run run(expected.fmu, expected.options);
+        HostRun run(expected.fmu, expected.options);
         if (!expected.condition.empty()) {
             run.host.addCoupledCondition(expected.condition, 1);
         }
@@ -224,7 +225,7 @@ TEST(FailureCodes, EachHasItsOwnCause) {
 }
 
 TEST(FailureCodes, StayWhenLaterOperationsSucceed) {
-    Run run("scripted", "-parameter script exitInitializationMode@1=error;doStep@1=error");
+    HostRun run("scripted", "-parameter script exitInitializationMode@1=error;doStep@1=error");
     auto& x = run.host.addOutputResult("x", "", 1);
     run.host.addCoupledCondition("u", 1).setValue(0, 0, 1.0);
     run.begin();
@@ -241,7 +242,7 @@ TEST(FailureCodes, StayWhenLaterOperationsSucceed) {
 }
 
 TEST(States, RefuseWhatIsNotDue) {
-    Run run("scripted");
+    HostRun run("scripted");
     run.setUp();
     run.solver->solveTo(0.1);
     EXPECT_EQ(run.host.failureCode(), 5);
@@ -259,7 +260,7 @@ TEST(States, RefuseWhatIsNotDue) {
 
 TEST(KindCheck, FailsBothWays) {
     const std::string mismatch = "Unexpected FMUType. FMU does not match type: ";
-    Run declared("scripted", "-fmutype FTIRE");
+    HostRun declared("scripted", "-fmutype FTIRE");
     declared.setUp();
     EXPECT_EQ(errorOf([&] { declared.solver->start(); }), mismatch + "FTIRE");
     EXPECT_EQ(declared.host.failureCode(), 0);
@@ -279,7 +280,7 @@ TEST(KindCheck, FailsBothWays) {
     declared.solver->terminate();
 
     for (const std::string kind : {"", "KIND2", "ftire"}) {
-        Run tyre("tyre", kind.empty() ? "" : "-fmutype " + kind);
+        HostRun tyre("tyre", kind.empty() ? "" : "-fmutype " + kind);
         tyre.setUp();
         EXPECT_EQ(errorOf([&] { tyre.solver->start(); }), mismatch + kind);
         const auto lines = tyre.log();
@@ -293,13 +294,13 @@ TEST(KindCheck, FailsBothWays) {
 }
 
 TEST(KindCheck, AcceptsATyreWithTheRightIdentification) {
-    Run tyre("tyre", "-fmutype FTIRE");
+    HostRun tyre("tyre", "-fmutype FTIRE");
     tyre.begin();
     EXPECT_EQ(tyre.log().back(), "OK Found FTIRE FMU.");
     EXPECT_EQ(tyre.host.failureCode(), 0);
     tyre.solver->terminate();
 
-    Run other("tyre", "-fmutype FTIRE -parameter fTireWorld.xmxKey 1");
+    HostRun other("tyre", "-fmutype FTIRE -parameter fTireWorld.xmxKey 1");
     other.setUp();
     EXPECT_NE(errorOf([&] { other.solver->start(); }), "nothing was thrown");
     EXPECT_EQ(other.log().back(),
@@ -309,7 +310,7 @@ TEST(KindCheck, AcceptsATyreWithTheRightIdentification) {
 }
 
 TEST(Parameters, AreAppliedInTheOrderOfTheirNames) {
-    Run run("scripted", "-parameter offset 7 -parameter none 1 -parameter gain 2.5");
+    HostRun run("scripted", "-parameter offset 7 -parameter none 1 -parameter gain 2.5");
     run.setUp();
     run.solver->start();
     const auto log = run.log();
@@ -321,7 +322,7 @@ TEST(Parameters, AreAppliedInTheOrderOfTheirNames) {
 }
 
 TEST(Parameters, ComeFromAFile) {
-    Run run("scripted");
+    HostRun run("scripted");
     test_support::writeFile(run.directory / "p.xml",
                             "<FMUSettings Version='1'><Parameters>"
                             "<Parameter Name='gain' Type='Real'>4</Parameter>"
@@ -355,7 +356,7 @@ TEST(Inputs, FollowOptionAndSize) {
     };
 
     for (const auto& expected : cases) {
-        Run run("scripted", expected.option);
+        HostRun run("scripted", expected.option);
         auto& force = run.host.addCoupledCondition("F", expected.size);
         for (int i = 0; i < 3; ++i) {
             force.setValue(0, i, i + 1.0);
@@ -367,7 +368,7 @@ TEST(Inputs, FollowOptionAndSize) {
         EXPECT_EQ(run.host.failureCode(), expected.failed ? 4 : 0);
         run.solver->terminate();
     }
-    Run scalar("scripted", "-noarrayinputs");
+    HostRun scalar("scripted", "-noarrayinputs");
     scalar.host.addCoupledCondition("u", 3).setValue(0, 0, 5.0);
     scalar.setUp();
     scalar.solver->applyInputs(0.0);
@@ -394,7 +395,7 @@ TEST(Outputs, FollowOptionAndQuantity) {
 
     for (const auto& expected : cases) {
         SCOPED_TRACE(std::string(expected.option) + expected.quantity);
-        Run run("scripted", expected.option);
+        HostRun run("scripted", expected.option);
         auto& force = run.host.addCoupledCondition("F", 3);
         auto& output = run.host.addOutputResult(expected.name, expected.quantity, 3);
         for (int i = 0; i < 3; ++i) {
@@ -411,7 +412,7 @@ TEST(Outputs, FollowOptionAndQuantity) {
 }
 
 TEST(Transfers, EndAtTheFirstMissingVariable) {
-    Run run("scripted");
+    HostRun run("scripted");
     for (const char* name : {"u", "none", "rawInput"}) {
         run.host.addCoupledCondition(name, 1).setValue(0, 0, 2.0);
     }
@@ -432,7 +433,7 @@ TEST(Transfers, EndAtTheFirstMissingVariable) {
 
 TEST(SkipSwitches, SilenceTheStepOperationsOnly) {
     for (const bool byOption : {true, false}) {
-        Run run("scripted");
+        HostRun run("scripted");
         run.host.addCoupledCondition("none", 1);
         run.host.addOutputResult("none", "", 1);
         run.setUp();
@@ -451,7 +452,7 @@ TEST(SkipSwitches, SilenceTheStepOperationsOnly) {
 }
 
 TEST(FailedSetUp, LeavesEveryOperationCallable) {
-    Run run("no_such");
+    HostRun run("no_such");
     run.host.addCoupledCondition("F", 3);
     auto& output = run.host.addOutputResult("P", "", 1);
     output.setValue(0, 0, -1.0);
@@ -487,14 +488,14 @@ TEST(FailedSetUp, IsWhatAHostWithoutObjectsGets) {
     EXPECT_NO_THROW(solver->writeOutputs(0.1));
     EXPECT_NO_THROW(solver->terminate());
 
-    Run empty("scripted");
+    HostRun empty("scripted");
     empty.host.setCommandLine("");
     EXPECT_EQ(errorOf([&] { empty.setUp(); }),
               "FMISolver - Incorrect number of command line arguments");
 }
 
 TEST(Environment, ChoosesTheOutputDirectoryAndDebugLines) {
-    Run run("scripted");
+    HostRun run("scripted");
     const test_support::TemporaryDirectory elsewhere;
     const test_support::ScopedEnvironment output("TEST_OUTPUT_PATH",
                                                  test_support::narrow(elsewhere.path()));
@@ -504,14 +505,14 @@ TEST(Environment, ChoosesTheOutputDirectoryAndDebugLines) {
     run.step(0.1);
     run.solver->terminate();
     EXPECT_NE(GetCapturedStdout().find("[Debug] Calling cleanup script as: "), std::string::npos);
-    EXPECT_FALSE(exists(run.directory / "scripted.out"));
-    EXPECT_TRUE(exists(elsewhere / "scripted.out"));
+    EXPECT_FALSE(std::filesystem::exists(run.directory / "scripted.out"));
+    EXPECT_TRUE(std::filesystem::exists(elsewhere / "scripted.out"));
     EXPECT_EQ(test_support::lines(test_support::readFile(elsewhere / "scripted.csv")).size(), 2U);
 }
 
 TEST(TwoSolvers, RunSideBySide) {
-    Run first("scripted", "-parameter gain 1");
-    Run second("scripted", "-parameter gain 10");
+    HostRun first("scripted", "-parameter gain 1");
+    HostRun second("scripted", "-parameter gain 10");
     auto& x = first.host.addOutputResult("x", "", 1);
     auto& y = second.host.addOutputResult("x", "", 1);
     for (auto* run : {&first, &second}) {
