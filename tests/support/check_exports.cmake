@@ -5,7 +5,7 @@
 set(expected "")
 foreach(header IN LISTS HEADERS)
   file(READ "${header}" text)
-  string(REGEX MATCHALL "_EXPORT [^;(]*[ *][A-Za-z]+\\(" declarations "${text}")
+  string(REGEX MATCHALL "_EXPORT[^;()#]*[ *\n][A-Za-z]+\\(" declarations "${text}")
   foreach(declaration IN LISTS declarations)
     string(REGEX MATCH "[A-Za-z]+\\($" name "${declaration}")
     string(REPLACE "(" "" name "${name}")
