@@ -13,10 +13,10 @@
 //
 // Displacement, velocity and force are positive in rebound (extension); the force resists. Within a
 // communication step the velocity is constant and the displacement moves on with it.
+#include "example_fmus/slave/internal_steps.h"
 #include "example_fmus/slave/parameter_rules.h"
 #include "example_fmus/slave/slave.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -51,9 +51,6 @@ constexpr std::array<Rule, 8> rules = {{
 
 /** The velocity at which the seal friction has built up [m/s]. */
 constexpr double frictionVelocity = 0.01;
-
-/** Longer steps would keep the tool waiting for minutes [s]. */
-constexpr double longestStep = 1000.0;
 
 class ShockAbsorber : public Slave {
   public:
@@ -113,15 +110,15 @@ fmi2Status ShockAbsorber::getReal(References references, fmi2Real* values) {
 fmi2Status ShockAbsorber::doStep(double, double step) {
     const bool inputsAreFinite =
         std::isfinite(reals[displacement]) && std::isfinite(reals[velocity]);
-    if (!inputsAreFinite || !(step > 0.0 && step <= longestStep)) {
+    if (!inputsAreFinite || !(step > 0.0 && step <= longestCommunicationStep)) {
         log(fmi2Error,
             "displacement is " + shortText(reals[displacement]) + " m, velocity " +
                 shortText(reals[velocity]) + " m/s, the communication step " + shortText(step) +
                 " s; all must be finite and the step greater than 0 and at most 1000 s.");
         return fmi2Error;
     }
-    const double steps = std::max(1.0, std::ceil(step / parameters_.internalStep - 1e-6));
-    for (double n = 0.0; n < steps; n += 1.0) {
+    const int steps = internalSteps(step, parameters_.internalStep);
+    for (int n = 0; n < steps; ++n) {
         advanceOil(step / steps);
     }
     updateForce(step);

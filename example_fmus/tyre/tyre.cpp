@@ -1,4 +1,5 @@
 // The tyre as a slave: its physics is in tyre_model.h, its variables are those of tyre.xml.
+#include "example_fmus/slave/internal_steps.h"
 #include "example_fmus/slave/parameter_rules.h"
 #include "example_fmus/slave/slave.h"
 #include "example_fmus/tyre/tyre_model.h"
@@ -68,9 +69,6 @@ constexpr double startDeflection = 0.02;
 
 /** Tells a tool that looks for this kind of tyre that it has found one. */
 constexpr int identification = 58213407;
-
-/** Longer steps would keep the tool waiting for minutes [s]. */
-constexpr double longestStep = 1000.0;
 
 class Tyre : public Slave {
   public:
@@ -162,7 +160,7 @@ fmi2Status Tyre::checkInputs(double step) const {
                            "at least 0.");
         return fmi2Error;
     }
-    if (!(step > 0.0 && step <= longestStep)) {
+    if (!(step > 0.0 && step <= longestCommunicationStep)) {
         log(fmi2Error, "The communication step is " + shortText(step) +
                            " s; it must be greater than 0 and at most 1000 s.");
         return fmi2Error;

@@ -1,5 +1,7 @@
 #include "example_fmus/tyre/tyre_model.h"
 
+#include "example_fmus/slave/internal_steps.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -98,11 +100,12 @@ double TyreModel::share(const Horizontal& force, const Contact& contact) const {
 
 /** How fast a carcass deflection fades: by fresh tread rolling in, and by sliding. */
 TyreModel::Horizontal TyreModel::relaxationRates(const Contact& contact) const {
-    const Horizontal k = stiffness();
-    const double sliding = share({k.x * contact.slipSpeed.x, k.y * contact.slipSpeed.y}, contact);
-    const double rolling = std::abs(contact.rollingSpeed);
-    return {rolling / parameters_.longitudinalRelaxationLength + sliding,
-            rolling / parameters_.lateralRelaxationLength + sliding};
+    const double sliding = share({parameters_.longitudinalStiffness * contact.slipSpeed.x,
+                                  parameters_.corneringStiffness * contact.slipSpeed.y},
+                                 contact);
+    const double speed = std::abs(contact.rollingSpeed) + sliding;
+    return {speed / parameters_.longitudinalRelaxationLength,
+            speed / parameters_.lateralRelaxationLength};
 }
 
 TyreModel::Horizontal TyreModel::carcassForce(const Contact& contact) const {
@@ -119,9 +122,9 @@ TyreModel::Horizontal TyreModel::carcassForce(const Contact& contact) const {
 }
 
 void TyreModel::advance(const TyreInputs& inputs, double step) {
-    const double steps = std::max(1.0, std::ceil(step / parameters_.internalStep - 1e-6));
+    const int steps = internalSteps(step, parameters_.internalStep);
     const double internalStep = step / steps;
-    for (double n = 1.0; n <= steps; n += 1.0) {
+    for (int n = 1; n <= steps; ++n) {
         relax(contactAt(inputs, n * internalStep), internalStep);
     }
 }
