@@ -19,7 +19,7 @@ void sendMessage(const Action& action, const fmi2CallbackFunctions& functions,
         functions.logger(functions.componentEnvironment, name, status, category,
                          nullIfSaid(action.text), "text", 42, 2.5);
     } else if (action.verb == "logLong") {
-        const std::string letters(std::stoul(action.text), 'm');
+        const std::string letters(std::stoul(action.text), 'x');
         functions.logger(functions.componentEnvironment, name, status, category, letters.c_str());
     } else {
         functions.logger(functions.componentEnvironment, name, status, category,

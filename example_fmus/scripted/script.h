@@ -23,7 +23,7 @@
  *                            the same with the arguments ("text", 42, 2.5) for a format like "%s %d
  * %g" logUnnamed STATUS CATEGORY MESSAGE the same without arguments, with a null instance name
  *     logLong STATUS CATEGORY LENGTH
- *                            send a message of that many letters
+ *                            send a message of that many letters x
  *     stepFinished STATUS    call the tool's stepFinished
  *     refuse                 instantiate: answer null
  *     sleep SECONDS          take that long
