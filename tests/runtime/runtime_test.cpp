@@ -228,7 +228,7 @@ TEST(Stepping, GoesToEachTargetExactlyOnce) {
     EXPECT_THAT(rows[2], testing::StartsWith("1.0000000000000001e-01,"));
     EXPECT_EQ(rows[2], rows[3]);
     EXPECT_EQ(rows[2], rows[4]); // A target behind the current time moves nothing.
-    EXPECT_THAT(rows[5], testing::StartsWith("1.0000000000000101e-01,"));
+    EXPECT_THAT(rows[5], testing::StartsWith("1.0000000000000100e-01,"));
 }
 
 TEST(Stepping, ThatIsNotAnsweredOkLeavesTimeAndResultsAlone) {
@@ -298,7 +298,7 @@ TEST(Results, HaveTheRealsThatAreNotLocal) {
     fmu.script("getReal(x)=value nan; getReal(y)=value -inf");
     ASSERT_EQ(fmiToolsInitialize(fmu), 0);
     ASSERT_EQ(fmiToolsSimulateToT(fmu, 1e-3), 0);
-    EXPECT_EQ(fmu.rows().at(1).substr(0, 71), "1.0000000000000000e-03,1.0000000000000000e+00,"
+    EXPECT_EQ(fmu.rows().at(1).substr(0, 70), "1.0000000000000000e-03,1.0000000000000000e+00,"
                                               "2.0000000000000000e+00,4");
     EXPECT_THAT(fmu.rows().at(1), HasSubstr(",1.0000000000000001e-01,nan,"));
     EXPECT_THAT(fmu.rows().at(1), HasSubstr(",-inf,"));
@@ -342,19 +342,14 @@ TEST(Log, TakesTheMessagesOfTheFmu) {
         {"logf error c %s has %d and %g", "[FMU instance][c][Error] text has 42 and 2.5"},
         {"logf ok c %%%% of %s", "[FMU instance][c][OK] % of text"},
         {"logf ok c %%s%%n %%%%", "[FMU instance][c][OK] %s%n %"},
-        {"logLong fatal c 300", "[FMU instance][c][Fatal] " + std::string(255, 'x')},
-        {"logLong ok c 1000000", "[FMU instance][c][OK] " + std::string(255, 'x')},
+        {"logLong fatal c 300", "[FMU instance][c][Fatal] " + std::string(255, 'm')},
+        {"logLong ok c 1000000", "[FMU instance][c][OK] " + std::string(255, 'm')},
     };
 
     for (const auto& c : cases) {
         fmu.script((std::string("setInteger@1=") + c.action).c_str());
         fmiToolsSetIntegerVariableValue(fmu, "selector", 1);
-        const std::string line = fmu.lastLines(2).front();
-        EXPECT_EQ(line.substr(0, 24), c.line.substr(0, 24)) << c.action;
-        EXPECT_EQ(line.size(), c.line.size()) << c.action;
-        if (!std::string(c.action).starts_with("logLong")) {
-            EXPECT_EQ(line, c.line);
-        }
+        EXPECT_EQ(fmu.lastLines(2).front(), c.line) << c.action;
     }
     fmu.script("setInteger@1=log ok c %s%s%n%s%n");
     EXPECT_EQ(fmiToolsSetIntegerVariableValue(fmu, "selector", 1), 0); // Survived.
@@ -407,9 +402,7 @@ TEST(CleanUp, TerminatesAndFreesTheSlaveOnceAndRunsTheScript) {
         fmu.cleanUp();
     }
     const auto calls = lines(readFile(directory / "calls.txt"));
-    ASSERT_GE(calls.size(), 2U);
-    EXPECT_EQ(calls[calls.size() - 2], "terminate");
-    EXPECT_EQ(calls.back(), "freeInstance");
+    EXPECT_EQ(Lines(calls.end() - 3, calls.end()), (Lines{"terminate", "freeInstance", "unload"}));
     EXPECT_EQ(readFile(directory / "cleaned.txt").substr(0, 1), ".");
 }
 
