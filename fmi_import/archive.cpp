@@ -94,8 +94,8 @@ class Survey {
     Entry currentEntry() {
         unz_file_info64 info{};
         std::string name(longestEntryName + 1, '\0');
-        if (unzGetCurrentFileInfo64(archive_, &info, name.data(), name.size(), nullptr, 0, nullptr,
-                                    0) != UNZ_OK) {
+        if (unzGetCurrentFileInfo64(archive_, &info, name.data(), static_cast<uLong>(name.size()),
+                                    nullptr, 0, nullptr, 0) != UNZ_OK) {
             throw std::runtime_error("The directory of the archive is damaged");
         }
         name.resize(std::min<std::size_t>(info.size_filename, name.size()));

@@ -32,7 +32,7 @@ std::string platformFolders(const std::string& directory) {
     std::ranges::sort(folders);
     std::string result;
     for (const std::string& folder : folders) {
-        result += (result.empty() ? "" : ", ") + folder;
+        result.append(result.empty() ? "" : ", ").append(folder);
     }
     return result;
 }
