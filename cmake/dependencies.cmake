@@ -1,6 +1,6 @@
 # The libraries from elsewhere, under one set of names on every platform:
 #   pugixml::pugixml  minizip::minizip (<minizip/unzip.h>)  CLI11::CLI11
-#   GTest::gtest_main  benchmark::benchmark (where it is installed)
+#   nlohmann_json::nlohmann_json  GTest::gtest_main  benchmark::benchmark (where it is installed)
 
 if(CMAKE_CROSSCOMPILING AND WIN32)
   include(windows_dependencies)
@@ -9,6 +9,7 @@ endif()
 
 find_package(pugixml REQUIRED)
 find_package(CLI11 REQUIRED)
+find_package(nlohmann_json REQUIRED)
 find_package(benchmark QUIET)
 if(FMI_SOLVER_TESTS)
   find_package(GTest REQUIRED)

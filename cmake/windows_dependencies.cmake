@@ -24,9 +24,11 @@ add_foreign_library(minizip "${sources}/minizip/unzip.c" "${sources}/minizip/zip
 target_include_directories(minizip SYSTEM INTERFACE "${sources}")
 target_link_libraries(minizip PUBLIC ZLIB::ZLIB)
 
-file(COPY /usr/include/CLI DESTINATION "${PROJECT_BINARY_DIR}/debian_headers")
-add_library(CLI11::CLI11 INTERFACE IMPORTED)
-target_include_directories(CLI11::CLI11 SYSTEM INTERFACE "${PROJECT_BINARY_DIR}/debian_headers")
+file(COPY /usr/include/CLI /usr/include/nlohmann DESTINATION "${PROJECT_BINARY_DIR}/debian_headers")
+foreach(library CLI11::CLI11 nlohmann_json::nlohmann_json)
+  add_library(${library} INTERFACE IMPORTED)
+  target_include_directories(${library} SYSTEM INTERFACE "${PROJECT_BINARY_DIR}/debian_headers")
+endforeach()
 
 if(FMI_SOLVER_TESTS)
   set(INSTALL_GTEST OFF)

@@ -16,16 +16,9 @@ class LogMessage {
 
     explicit LogMessage(std::string_view text) { add(text); }
 
-    LogMessage& add(std::string_view text) noexcept {
-        size_ += text.copy(buffer_.data() + size_, room());
-        return *this;
-    }
-
+    LogMessage& add(std::string_view text) noexcept;
     /// A null text is written as "(null)".
-    LogMessage& add(const char* text) noexcept {
-        return add(text != nullptr ? std::string_view(text) : std::string_view("(null)"));
-    }
-
+    LogMessage& add(const char* text) noexcept;
     /// In the form "%.16e".
     LogMessage& add(double value) noexcept;
     LogMessage& add(std::int32_t value) noexcept;

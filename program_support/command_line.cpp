@@ -11,19 +11,18 @@ namespace program_support {
 void beginCommandLine(CLI::App& app, const std::string& name, const std::string& description) {
     app.name(name);
     app.description(description);
-    app.set_help_flag("-h,--help", "Print this help and end");
-    app.set_version_flag("--version", name + " " + PROGRAM_VERSION, "Print the version and end");
-    const std::string hiddenGroup;
+    app.set_help_flag();
     const auto addText = [&](const std::string& option, std::string (*text)(const CLI::App&)) {
-        app.add_flag_callback(option,
-                              [&app, text] {
-                                  std::cout << text(app);
-                                  throw CLI::Success();
-                              })
-            ->group(hiddenGroup);
+        return app.add_flag_callback(option, [&app, text] {
+            std::cout << text(app);
+            throw CLI::Success();
+        });
     };
-    addText("--man-page", manPage);
-    addText("--completion", bashCompletion);
+    const std::string hiddenGroup;
+    addText("-h,--help", helpText)->description("Print this help and end");
+    app.set_version_flag("--version", name + " " + PROGRAM_VERSION, "Print the version and end");
+    addText("--man-page", manPage)->group(hiddenGroup);
+    addText("--completion", bashCompletion)->group(hiddenGroup);
 }
 
 std::optional<int> readCommandLine(CLI::App& app, int argc, const char* const* argv) {

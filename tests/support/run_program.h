@@ -13,14 +13,16 @@
 namespace test_support {
 
 struct RunOptions {
-    std::vector<std::pair<std::string, std::string>> environment; ///< Added to this process's own.
-    std::filesystem::path workingDirectory;                       ///< Empty: that of this process.
-    std::string standardInput;
-    std::chrono::milliseconds timeout =
-        std::chrono::minutes(2); ///< The program is killed after it.
+    /// Variables that are added to this process's own.
+    std::vector<std::pair<std::string, std::string>> environment{};
+    /// Empty: that of this process.
+    std::filesystem::path workingDirectory{};
+    std::string standardInput{};
+    /// The program is killed after it.
+    std::chrono::milliseconds timeout = std::chrono::minutes(2);
     /// Asked again and again while the program runs; when it first answers true, the program gets
     /// what Ctrl-C sends. POSIX only: see canInterrupt.
-    std::function<bool()> interruptWhen;
+    std::function<bool()> interruptWhen{};
 };
 
 struct ProgramResult {

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace fmu_run {
+
+/// What the user asked for on the command line.
+struct Options {
+    std::string model; ///< Path of the FMU.
+    std::optional<double> startTime;
+    std::optional<double> stopTime;
+    std::optional<double> outputInterval;
+    std::optional<double> timeout;                                ///< Seconds of the clock.
+    std::vector<std::pair<std::string, std::string>> startValues; ///< Name and text.
+    std::string inputFile;
+    std::string outputFile;
+    std::string logFile;
+    std::string workingDirectory; ///< Empty: a temporary one.
+    std::string plotFile;         ///< Empty: no picture.
+    std::string plotColumns;      ///< A list of names; empty: the outputs.
+    bool debugLogging = false;
+    bool quiet = false;
+    std::string info; ///< "table" or "json"; empty: not asked for.
+    bool validate = false;
+    bool writeParameters = false;
+};
+
+/// Adds fmu_run's options to `app`, bound to `options`, which must outlive it.
+void addOptions(CLI::App& app, Options& options);
+
+/// Fills in the names of the results and log file that were not given, and throws InputError where
+/// the options contradict each other.
+void completeOptions(Options& options);
+
+} // namespace fmu_run

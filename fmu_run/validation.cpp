@@ -1,0 +1,150 @@
+#include "fmu_run/validation.h"
+
+#include "fmu_run/loaded_fmu.h"
+#include "fmu_run/model_information.h"
+#include "platform/files.h"
+#include "program_support/input_error.h"
+#include "program_support/number_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iostream>
+
+namespace fmu_run {
+
+using program_support::InputError;
+using program_support::shortNumber;
+
+namespace {
+
+class Findings {
+  public:
+    void error(const std::string& text) {
+        ++errors_;
+        std::cout << "error: " << text << std::endl;
+    }
+
+    void warning(const std::string& text) {
+        ++warnings_;
+        std::cout << "warning: " << text << std::endl;
+    }
+
+    void conclude(const std::string& model) const {
+        std::cout << model << ": " << errors_ << (errors_ == 1 ? " error, " : " errors, ")
+                  << warnings_ << (warnings_ == 1 ? " warning" : " warnings") << std::endl;
+    }
+
+    [[nodiscard]] int errors() const { return errors_; }
+
+  private:
+    int errors_ = 0;
+    int warnings_ = 0;
+};
+
+std::optional<ModelInformation>
+checkDescription(const Options& options, const RunDirectory& directory, Findings& findings) {
+    LibraryMessages messages;
+    std::optional<ModelInformation> model;
+    try {
+        model = unpackModel(options.model, directory.unpackDirectory(), &messages);
+    } catch (const InputError& error) {
+        findings.error(error.what());
+    }
+    if (model) {
+        // What the library calls an error but gets over.
+        messages.warnings.insert(messages.warnings.end(), messages.errors.begin(),
+                                 messages.errors.end());
+    }
+    for (const auto& text : messages.warnings) {
+        findings.warning("model description: " + text + "; correct it where the FMU is made");
+    }
+    return model;
+}
+
+void checkDefaultExperiment(const DefaultExperiment& experiment, Findings& findings) {
+    const auto check = [&](bool usable, const std::string& name, double value,
+                           const std::string& option) {
+        if (!usable) {
+            findings.warning("the default experiment's " + name + " " + shortNumber(value) +
+                             " cannot be used; give " + option + " at each run");
+        }
+    };
+    check(experiment.startTime >= 0.0 && std::isfinite(experiment.startTime), "start time",
+          experiment.startTime, "--start-time");
+    check(experiment.stopTime >= experiment.startTime && std::isfinite(experiment.stopTime),
+          "stop time", experiment.stopTime, "--stop-time");
+    check(experiment.stepSize > 0.0 && std::isfinite(experiment.stepSize), "step size",
+          experiment.stepSize, "--output-interval");
+}
+
+void checkNames(std::vector<Variable> variables, Findings& findings) {
+    const auto before = [](const Variable& a, const Variable& b) { return a.name < b.name; };
+    const auto same = [](const Variable& a, const Variable& b) { return a.name == b.name; };
+    std::sort(variables.begin(), variables.end(), before);
+    auto found = std::adjacent_find(variables.begin(), variables.end(), same);
+    while (found != variables.end()) {
+        findings.error("two variables are called '" + found->name +
+                       "', only one of them can be set and read; rename one where the FMU is made");
+        found = std::adjacent_find(found + 1, variables.end(), same);
+    }
+}
+
+/// The FMU's and the runtime's complaints in the log.
+void reportLog(const std::string& logFile, Findings& findings) {
+    std::ifstream stream(platform::nativePath(logFile));
+    for (std::string line; std::getline(stream, line);) {
+        for (const std::string_view level :
+             {"][Warning] ", "][Discard] ", "][Error] ", "][Fatal] "}) {
+            if (line.find(level) != std::string::npos) {
+                findings.warning("the log says " + line);
+            }
+        }
+    }
+}
+
+void checkFirstStep(const LoadedFmu& fmu, const ModelInformation& model, Findings& findings) {
+    if (fmu.startInitialization() != 0 || fmu.endInitialization() != 0) {
+        findings.error("the FMU cannot be initialised with its start values; set those it needs by "
+                       "--start-value and see the log of that run");
+        return;
+    }
+    const double wanted = model.defaultExperiment.stepSize;
+    const double step = wanted > 0.0 && std::isfinite(wanted) ? wanted : 0.001;
+    if (fmiToolsSimulateToT(fmu.get(), step) != 0) {
+        findings.error("the first step, to t = " + shortNumber(step) +
+                       " s, failed; try a smaller --output-interval and see the log of that run");
+    }
+}
+
+void checkRun(const Options& options, const ModelInformation& model, Findings& findings) {
+    const RunDirectory directory;
+    const auto logFile = directory.temporaryFile("log");
+    try {
+        const LoadedFmu fmu(options.model, directory, options.debugLogging);
+        fmiToolsSetLogFile(fmu.get(), logFile.c_str());
+        fmiToolsSetResultsFile(fmu.get(), directory.temporaryFile("results").c_str());
+        checkFirstStep(fmu, model, findings);
+    } catch (const InputError& error) {
+        findings.error(error.what());
+    }
+    reportLog(logFile, findings);
+}
+
+} // namespace
+
+int validate(const Options& options) {
+    constexpr int mostErrors = 100;
+    requireFile(options.model);
+    const RunDirectory directory;
+    Findings findings;
+    if (const auto model = checkDescription(options, directory, findings)) {
+        checkDefaultExperiment(model->defaultExperiment, findings);
+        checkNames(model->variables, findings);
+        checkRun(options, *model, findings);
+    }
+    findings.conclude(options.model);
+    return std::min(findings.errors(), mostErrors);
+}
+
+} // namespace fmu_run

@@ -1,0 +1,425 @@
+#include "support/run_program.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <sstream>
+
+using test_support::fmuPath;
+using test_support::lines;
+using test_support::narrow;
+using test_support::ProgramResult;
+using test_support::readFile;
+using test_support::RunOptions;
+using test_support::writeFile;
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+/// Runs fmu_run in a directory of its own.
+class FmuRun : public testing::Test {
+  protected:
+    ProgramResult run(const Arguments& arguments, RunOptions options = {}) {
+        options.workingDirectory = directory_.path();
+        return runProgram(test_support::programPath("fmu_run"), arguments, options);
+    }
+
+    /// Simulates scripted.fmu with further arguments.
+    ProgramResult runScripted(const Arguments& arguments, const RunOptions& options = {}) {
+        Arguments all{scripted_};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return run(all, options);
+    }
+
+    /// A column of a results file by its header.
+    std::vector<double> column(const std::string& header,
+                               const std::string& file = "scripted.csv") {
+        const auto rows = lines(readFile(directory_ / file));
+        std::vector<double> values;
+        std::size_t position = std::string::npos;
+        for (const auto& row : rows) {
+            std::vector<std::string> cells;
+            std::istringstream stream(row);
+            for (std::string cell; std::getline(stream, cell, ',');) {
+                cells.push_back(cell);
+            }
+            if (position == std::string::npos) {
+                const auto found = std::find(cells.begin(), cells.end(), header);
+                position = static_cast<std::size_t>(found - cells.begin());
+            }
+            values.push_back(position < cells.size() ? std::strtod(cells[position].c_str(), nullptr)
+                                                     : -999.0);
+        }
+        values.erase(values.begin());
+        return values;
+    }
+
+    bool exists(const std::string& file) { return std::filesystem::exists(directory_ / file); }
+
+    std::string log() { return readFile(directory_ / "scripted.out"); }
+
+    test_support::TemporaryDirectory directory_;
+    std::string scripted_ = narrow(fmuPath("scripted"));
+};
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+void expectNear(const std::vector<double>& actual, const std::vector<double>& expected) {
+    ASSERT_EQ(actual.size(), expected.size());
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        EXPECT_NEAR(actual[i], expected[i], 1e-12) << "row " << i;
+    }
+}
+
+} // namespace
+
+TEST_F(FmuRun, DefaultExperimentFillsResultsAndLogInTheCurrentDirectory) {
+    const auto result = runScripted({});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_EQ(result.error, "");
+    EXPECT_TRUE(contains(result.output, "10 steps"));
+    const auto times = column("time[s]");
+    ASSERT_EQ(times.size(), 11U);
+    EXPECT_EQ(times.back(), 1.0);
+    EXPECT_EQ(times[3], 3 * 0.1);
+    EXPECT_TRUE(contains(log(), "][FMITools][None][OK] Closing plugin\n"));
+    EXPECT_EQ(runScripted({"--quiet"}).output, "");
+}
+
+TEST_F(FmuRun, TyreCarriesItsStaticLoad) {
+    const auto result = run({narrow(fmuPath("tyre")), "--stop-time", "0.5", "--start-value",
+                             "hubPosition[3]", "0.28", "--start-value", "radius", "0.3",
+                             "--start-value", "verticalStiffness", "150000"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    const auto force = column("force[3][N]", "tyre.csv");
+    ASSERT_EQ(force.size(), 501U);
+    EXPECT_NEAR(force.back(), 150000 * 0.02, 1e-6);
+}
+
+TEST_F(FmuRun, ShockAbsorberResistsItsVelocity) {
+    writeFile(directory_ / "motion.csv", "time,displacement,velocity\n0,0,0.2\n0.1,0.02,0.2\n");
+    const auto result = run(
+        {narrow(fmuPath("shock_absorber")), "--stop-time", "0.1", "--input-file", "motion.csv"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_GT(std::abs(column("force[N]", "shock_absorber.csv").back()), 100.0);
+}
+
+TEST_F(FmuRun, GridIsReachedExactlyWhateverTheInterval) {
+    struct Case {
+        Arguments arguments;
+        std::vector<double> times;
+    };
+
+    const std::vector<Case> cases{
+        {{"--output-interval", "0.3"}, {0, 0.3, 0.6, 3 * 0.3, 1}},
+        {{"--start-time", "0.25", "--output-interval", "0.5"}, {0.25, 0.75, 1}},
+        {{"--output-interval", "5"}, {0, 1}},
+        {{"--stop-time", "0.3"}, {0, 0.1, 0.2, 0.3}}, // 3 * 0.1 lies a rounding beyond 0.3
+        {{"--stop-time", "0"}, {0}}};
+    for (const auto& [arguments, times] : cases) {
+        EXPECT_EQ(runScripted(arguments).exitStatus, 0);
+        EXPECT_EQ(column("time[s]"), times) << arguments[1];
+    }
+}
+
+TEST_F(FmuRun, InputsAreInterpolatedWhenContinuousAndHeldOtherwise) {
+    writeFile(directory_ / "in.csv", "t,u,\"F[1]\",gain,selector,active,label,mode\r\n"
+                                     "0,0,10,1,1,false,first,1\r\n"
+                                     "0.4,4,10,3,2,true,\"b, c\",3\r\n");
+    const auto result =
+        runScripted({"--input-file", "in.csv", "--stop-time", "0.6", "--output-interval", "0.2"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    // A row shows what held during the interval before it.
+    expectNear(column("u[m/s]"), {0, 0, 2, 4});
+    expectNear(column("gain[-]"), {1, 1, 1, 3});
+    expectNear(column("x[m]"), {0, 0, 0.4, 0.4 + 3 * 4 * 0.2});
+    expectNear(column("P[1][Pa]"), {10, 10, 10, 10});
+    for (const auto* line :
+         {"Set input selector=1\n", "Set input selector=2\n", "Set input active=0\n",
+          "Set input active=1\n", "Set input label=first\n", "Set input label=b, c\n",
+          "Set input mode=3\n"}) {
+        EXPECT_TRUE(contains(log(), line)) << line;
+    }
+}
+
+TEST_F(FmuRun, StartValuesOfEachTypeReachTheFmu) {
+    const auto result = runScripted({"--start-value", "mass", "-2.5e0", "--start-value", "offset",
+                                     "-7", "--start-value", "label", "two words"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_EQ(column("mass[kg]").front(), -2.5);
+    EXPECT_TRUE(contains(log(), "Set input offset=-7\n"));
+    EXPECT_TRUE(contains(log(), "Set input label=two words\n"));
+}
+
+TEST_F(FmuRun, BadInputGetsOneLineAndStatusTwo) {
+    writeFile(directory_ / "no.fmu", "this is no archive");
+    writeFile(directory_ / "unknown.csv", "time,v\n0,1\n");
+    writeFile(directory_ / "output.csv", "time,y\n0,1\n");
+    writeFile(directory_ / "text.csv", "time,u\n0,1\n1,fast\n");
+    writeFile(directory_ / "integer.csv", "time,selector\n0,1.5\n");
+    writeFile(directory_ / "scripted.csv", "time,u\n0,1\n");
+
+    struct Case {
+        Arguments arguments;
+        std::string message;
+    };
+
+    const std::string& fmu = scripted_;
+    const std::vector<Case> cases{
+        {{}, "MODEL is required"},
+        {{"missing.fmu"}, "there is no file 'missing.fmu'"},
+        {{"no.fmu"}, "cannot use 'no.fmu'"},
+        {{fmu, "--speed", "3"}, "--speed"},
+        {{fmu, "--stop-time", "abc"}, "--stop-time 'abc' is not a finite number"},
+        {{fmu, "--stop-time", "inf"}, "--stop-time 'inf' is not a finite number"},
+        {{fmu, "--start-time", "-1"}, "--start-time -1"},
+        {{fmu, "--start-time", "2"}, "the FMU's default stop-time 1 lies before --start-time 2"},
+        {{fmu, "--output-interval", "0"}, "--output-interval 0"},
+        {{fmu, "--output-interval", "1e-30"}, "--output-interval 1e-30"},
+        {{fmu, "--timeout", "-1"}, "--timeout"},
+        {{fmu, "--start-value", "masss", "1"}, "no variable 'masss'; did you mean 'mass'?"},
+        {{fmu, "--start-value", "mass", "1,5"}, "--start-value mass '1,5'"},
+        {{fmu, "--start-value", "offset", "1.5"}, "--start-value offset '1.5'"},
+        {{fmu, "--start-value", "enabled", "yes"}, "--start-value enabled 'yes'"},
+        {{fmu, "--input-file", "none.csv"}, "'none.csv'"},
+        {{fmu, "--input-file", "unknown.csv"}, "column 'v' of 'unknown.csv'"},
+        {{fmu, "--input-file", "output.csv"}, "column 'y' of 'output.csv' is no input"},
+        {{fmu, "--input-file", "text.csv"}, "text.csv:3: the value 'fast' in column 'u'"},
+        {{fmu, "--input-file", "integer.csv"},
+         "integer.csv:2: the value in column 'selector' '1.5'"},
+        {{fmu, "--input-file", "scripted.csv"}, "would overwrite the input file"},
+        {{fmu, "--output-file", fmu}, "would overwrite the FMU"},
+        {{fmu, "--output-file", "none/x.csv"}, "cannot write the results file 'none/x.csv'"},
+        {{fmu, "--log-file", "none/x.out"}, "cannot write the log file 'none/x.out'"},
+        {{fmu, "--plot", "x.pdf"}, "ends in .svg or .png"},
+        {{fmu, "--plot", "x.svg", "--plot-columns", "energy"}, "'energy' has no results"},
+        {{fmu, "--info", "--validate"}, "--info"},
+        {{narrow(fmuPath("scripted_other_platform"))}, "it has no library for "},
+        {{narrow(fmuPath("scripted_missing_function"))}, "its library does not load"}};
+    const auto input = readFile(directory_ / "scripted.csv");
+    for (const auto& [arguments, message] : cases) {
+        const auto result = run(arguments);
+        EXPECT_EQ(result.exitStatus, 2) << message;
+        EXPECT_TRUE(contains(result.error, message)) << message << " is not in " << result.error;
+        EXPECT_EQ(lines(result.error).size(), 1U) << result.error;
+        EXPECT_EQ(result.output, "") << message;
+    }
+    EXPECT_EQ(readFile(directory_ / "scripted.csv"), input);
+    EXPECT_FALSE(exists("scripted.out"));
+}
+
+TEST_F(FmuRun, FailedFmuGetsStatusOneNamesTheLogAndKeepsItsRows) {
+    struct Case {
+        std::string script;
+        std::string message;
+        std::size_t rows;
+    };
+
+    const std::vector<Case> cases{
+        {"doStep@4=error", "its step to t = 0.4 s failed", 4},
+        {"doStep@2=discard", "its step to t = 0.2 s failed", 2},
+        {"enterInitializationMode=error", "it could not enter its initialisation", 0},
+        {"exitInitializationMode=fatal", "its initialisation failed", 0},
+        {"setReal(u)=error", "it refused the value 3 for the variable 'u'", 0}};
+    for (const auto& [script, message, rows] : cases) {
+        const auto result =
+            runScripted({"--start-value", "script", script, "--start-value", "u", "3"});
+        EXPECT_EQ(result.exitStatus, 1) << script;
+        EXPECT_TRUE(contains(result.error, message)) << result.error;
+        EXPECT_TRUE(contains(result.error, "see the log 'scripted.out'")) << result.error;
+        EXPECT_EQ(lines(readFile(directory_ / "scripted.csv")).size(), rows + 1) << script;
+        EXPECT_TRUE(contains(log(), "Closing plugin")) << script;
+    }
+}
+
+TEST_F(FmuRun, RefusedInstantiationShowsWhatTheFmuSaid) {
+    const auto result = runScripted(
+        {},
+        {.environment = {{"SCRIPTED_FMU_SCRIPT",
+                          "instantiate=log error logStatusError No licence; instantiate=refuse"}}});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_TRUE(contains(result.error, "[Error] No licence\n")) << result.error;
+    EXPECT_TRUE(contains(result.error, "it could not enter its initialisation")) << result.error;
+}
+
+TEST_F(FmuRun, AbortInAStepLeavesEveryEarlierRowAndLine) {
+    const auto result = runScripted({"--start-value", "script", "doStep@4=abort"});
+    EXPECT_NE(result.exitStatus, 0);
+    EXPECT_EQ(column("time[s]").size(), 4U);
+    EXPECT_TRUE(contains(log(), "Attempting step to t=4.0000000000000002e-01\n"));
+}
+
+TEST_F(FmuRun, InterruptAndTimeoutEndBetweenTwoSteps) {
+    const Arguments slow{"--start-value", "script", "doStep=sleep 0.02", "--stop-time", "1000"};
+    Arguments limited = slow;
+    limited.insert(limited.end(), {"--timeout", "0.5"});
+    const auto timedOut = runScripted(limited);
+    EXPECT_EQ(timedOut.exitStatus, 130);
+    EXPECT_TRUE(contains(timedOut.error, "stopped after --timeout 0.5 s at t = "))
+        << timedOut.error;
+    EXPECT_TRUE(contains(log(), "Closing plugin"));
+    if (!test_support::canInterrupt) {
+        return;
+    }
+    std::filesystem::remove(directory_ / "scripted.csv");
+    const auto interrupted =
+        runScripted(slow, {.interruptWhen = [this] {
+                        return lines(readFile(directory_ / "scripted.csv")).size() > 3;
+                    }});
+    EXPECT_EQ(interrupted.exitStatus, 130);
+    EXPECT_FALSE(interrupted.crashed);
+    EXPECT_TRUE(contains(interrupted.error, "interrupted at t = ")) << interrupted.error;
+    EXPECT_TRUE(contains(log(), "Closing plugin"));
+    EXPECT_TRUE(readFile(directory_ / "scripted.csv").ends_with('\n'));
+}
+
+TEST_F(FmuRun, TableListsTheModelAndItsVariables) {
+    const auto result = runScripted({"--info"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    for (const auto* text : {"Model               Scripted slave\n", "Co-Simulation",
+                             "0 s to 1 s, step 0.1 s", "15 output", "1 calculatedParameter"}) {
+        EXPECT_TRUE(contains(result.output, text)) << text << " is not in " << result.output;
+    }
+    const auto rows = lines(result.output);
+    const auto row = [&](const std::string& name) {
+        return *std::find_if(rows.begin(), rows.end(),
+                             [&](const auto& each) { return each.starts_with(name + " "); });
+    };
+    EXPECT_EQ(row("mass").find("kg"), row("Name").find("Unit"));
+    EXPECT_EQ(row("F[1]").find("Comes out"), row("Name").find("Description"));
+    EXPECT_EQ(row("F[1]").find("N "), row("Name").find("Unit"));
+    EXPECT_FALSE(exists("scripted.csv"));
+}
+
+TEST_F(FmuRun, JsonSaysTheSameForPrograms) {
+    const auto result = runScripted({"--info=json"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    const auto json = nlohmann::json::parse(result.output);
+    EXPECT_EQ(json["modelName"], "Scripted slave");
+    EXPECT_EQ(json["defaultExperiment"]["stepSize"], 0.1);
+    EXPECT_EQ(json["platforms"].size(), 1U);
+    const auto variable = [&](const std::string& name) {
+        const auto& all = json["variables"];
+        return *std::find_if(all.begin(), all.end(),
+                             [&](const auto& each) { return each["name"] == name; });
+    };
+    EXPECT_EQ(variable("mass")["start"], 2.0);
+    EXPECT_EQ(variable("mass")["unit"], "kg");
+    EXPECT_EQ(variable("enabled")["start"], true);
+    EXPECT_EQ(variable("label")["start"], "unset");
+    EXPECT_EQ(variable("mode")["start"], 1);
+    EXPECT_TRUE(variable("y")["start"].is_null());
+    EXPECT_EQ(variable("gain")["variability"], "tunable");
+}
+
+TEST_F(FmuRun, ParametersFileHoldsEveryParameterWithItsStartValue) {
+    const auto result = runScripted({"--write-parameters"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(result.output.c_str()));
+    const auto root = document.child("FMUSettings");
+    EXPECT_EQ(root.attribute("Version").as_double(), 1.0);
+    std::vector<std::vector<std::string>> found;
+    for (const auto& each : root.child("Parameters").children("Parameter")) {
+        found.push_back(
+            {each.attribute("Name").value(), each.attribute("Type").value(), each.child_value()});
+    }
+    const std::vector<std::vector<std::string>> expected{{"gain", "Real", "1"},
+                                                         {"mass", "Real", "2"},
+                                                         {"offset", "Integer", "3"},
+                                                         {"enabled", "Boolean", "1"},
+                                                         {"script", "String", ""}};
+    EXPECT_EQ(found, expected);
+    EXPECT_TRUE(contains(result.output, "<!-- Mass for the energy [kg], start value 2 -->"));
+}
+
+TEST_F(FmuRun, ValidationCountsErrors) {
+    writeFile(directory_ / "no.fmu", "this is no archive");
+
+    struct Case {
+        std::string model;
+        std::string script;
+        int errors;
+        std::string finding;
+    };
+
+    const std::vector<Case> cases{
+        {scripted_, "", 0, "0 errors, 0 warnings"},
+        {narrow(fmuPath("tyre")), "", 0, "0 errors, 0 warnings"},
+        {scripted_, "exitInitializationMode=error", 1, "cannot be initialised"},
+        {scripted_, "doStep=discard", 1, "the first step, to t = 0.1 s, failed"},
+        {scripted_, "doStep=log warning logStatusWarning Too hot", 0, "][Warning] Too hot"},
+        {narrow(fmuPath("scripted_other_platform")), "", 1, "export it for "},
+        {narrow(fmuPath("scripted_lacks_library")), "", 1, "its library does not load: "},
+        {"no.fmu", "", 1, "error: cannot use 'no.fmu'"}};
+    for (const auto& [model, script, errors, finding] : cases) {
+        const auto result =
+            run({model, "--validate"}, {.environment = {{"SCRIPTED_FMU_SCRIPT", script}}});
+        EXPECT_EQ(result.exitStatus, errors) << result.output;
+        EXPECT_TRUE(contains(result.output, finding)) << finding << " is not in " << result.output;
+        EXPECT_EQ(result.error, "");
+    }
+}
+
+TEST_F(FmuRun, BlanksAndOtherLettersInPaths) {
+    const std::filesystem::path folder = directory_ / std::filesystem::path(u8"Größe und Länge");
+    std::filesystem::create_directory(folder);
+    const auto model = folder / std::filesystem::path(u8"Reifen ä 1.fmu");
+    std::filesystem::copy_file(fmuPath("scripted"), model);
+    const auto unpacked = folder / "unpacked here";
+    const auto result = run({narrow(model), "--working-directory", narrow(unpacked)});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_TRUE(std::filesystem::exists(directory_ / std::filesystem::path(u8"Reifen ä 1.csv")));
+    EXPECT_TRUE(std::filesystem::exists(unpacked / "modelDescription.xml"));
+}
+
+TEST_F(FmuRun, LeavesNothingInTheTemporaryDirectory) {
+    const auto temporary = directory_ / "temporary";
+    std::filesystem::create_directory(temporary);
+    const auto place = narrow(temporary);
+    const RunOptions options{.environment = {{"TMPDIR", place}, {"TMP", place}, {"TEMP", place}}};
+    for (const Arguments& arguments : {Arguments{}, Arguments{"--info"}, Arguments{"--validate"},
+                                       Arguments{"--start-time", "9"}}) {
+        runScripted(arguments, options);
+        EXPECT_TRUE(std::filesystem::is_empty(temporary)) << arguments.size();
+    }
+}
+
+TEST_F(FmuRun, ManualPageAndCompletionKnowTheOptionsOfHelp) {
+    const auto help = run({"--help"});
+    const auto page = run({"--man-page"});
+    const auto completion = run({"--completion"});
+    EXPECT_EQ(help.exitStatus + page.exitStatus + completion.exitStatus, 0);
+    EXPECT_TRUE(run({"--version"}).output.starts_with("fmu_run "));
+    for (const auto* option : {"--start-time", "--info", "--plot", "--quiet", "--help"}) {
+        std::string escaped;
+        for (const char c : std::string(option)) {
+            escaped += c == '-' ? std::string("\\-") : std::string(1, c);
+        }
+        EXPECT_TRUE(contains(help.output, option)) << option;
+        EXPECT_TRUE(contains(page.output, escaped)) << option;
+        EXPECT_TRUE(contains(completion.output, option)) << option;
+    }
+    EXPECT_FALSE(contains(help.output, "--man-page"));
+}
+
+TEST_F(FmuRun, PlotShowsTheChosenColumnsOrSaysWhatIsMissing) {
+    const Arguments plot{"--plot", "it's.svg", "--plot-columns", "x,P[1]"};
+    const auto drawn = runScripted(plot);
+    if (drawn.exitStatus == 0) {
+        const auto picture = readFile(directory_ / "it's.svg");
+        for (const auto* text : {">x<", ">P[1]<", ">[Pa]<", ">[m]<", ">time [s]<"}) {
+            EXPECT_TRUE(contains(picture, text)) << text;
+        }
+        EXPECT_FALSE(contains(picture, ">y<"));
+    }
+    const auto missing = runScripted(plot, {.environment = {{"PATH", "."}}});
+    EXPECT_EQ(missing.exitStatus, 2);
+    EXPECT_TRUE(contains(missing.error, "gnuplot is not there; install it")) << missing.error;
+    EXPECT_EQ(column("time[s]").size(), 11U);
+}
