@@ -12,8 +12,8 @@ namespace fmu_runtime {
 
 namespace {
 
-constexpr char runtimeModule[] = "FMITools";
-constexpr char noCategory[] = "None";
+constexpr std::string_view runtimeModule = "FMITools";
+constexpr std::string_view noCategory = "None";
 
 /// Longer than any line of an FMU that keeps its names and categories within reason.
 constexpr std::size_t usualLineSize = 1024;
@@ -36,12 +36,26 @@ struct LineFields {
     std::string_view message;
 };
 
+char* writeField(char* target, std::string_view field) {
+    *target++ = '[';
+    target += field.copy(target, field.size());
+    *target++ = ']';
+    return target;
+}
+
+/// Writes in place: a step has dozens of lines, and appending to a string piece by piece would cost
+/// several times as much.
 void compose(std::string& line, const LineFields& fields) {
-    line.clear();
+    constexpr std::string_view frame = "[][][][] \n";
+    line.resize(fields.time.size() + fields.module.size() + fields.category.size() +
+                fields.level.size() + fields.message.size() + frame.size());
+    char* end = line.data();
     for (const auto field : {fields.time, fields.module, fields.category, fields.level}) {
-        line.append(1, '[').append(field).append(1, ']');
+        end = writeField(end, field);
     }
-    line.append(1, ' ').append(fields.message).append(1, '\n');
+    *end++ = ' ';
+    end += fields.message.copy(end, fields.message.size());
+    *end = '\n';
 }
 
 void reportUnwritableLog(LogFile& log) {
@@ -54,9 +68,9 @@ void reportUnwritableLog(LogFile& log) {
     }
 }
 
-void writeLine(LogFile& log, const char* module, const char* level, const char* category,
-               std::string_view message) {
-    compose(log.line, {log.time.now(), orNull(module), orNull(category), orNull(level), message});
+void writeLine(LogFile& log, std::string_view module, std::string_view level,
+               std::string_view category, std::string_view message) {
+    compose(log.line, {log.time.now(), module, category, level, message});
     if (!log.file.isOpen()) {
         writeToStandardOutput(log.line);
     } else if (!log.file.write(log.line)) {
@@ -64,13 +78,13 @@ void writeLine(LogFile& log, const char* module, const char* level, const char* 
     }
 }
 
-bool isDropped(const FmiToolsInstance* instance, const char* level) {
+bool isDropped(const FmiToolsInstance* instance, std::string_view level) {
     const bool debugLogsEnabled = instance != nullptr && instance->debugLogsEnabled;
-    return !debugLogsEnabled && orNull(level) == levels::debug;
+    return !debugLogsEnabled && level == levels::debug;
 }
 
-void writeLine(FmiToolsInstance* instance, const char* module, const char* level,
-               const char* category, std::string_view message) noexcept {
+void writeLine(FmiToolsInstance* instance, std::string_view module, std::string_view level,
+               std::string_view category, std::string_view message) noexcept {
     if (isDropped(instance, level)) {
         return;
     }
@@ -102,11 +116,13 @@ std::string_view TimeText::now() noexcept {
     return size_ > 0 ? std::string_view(text_.data(), size_) : "Unknown time";
 }
 
-void logRuntime(FmiToolsInstance* instance, const char* level, std::string_view message) noexcept {
+void logRuntime(FmiToolsInstance* instance, std::string_view level,
+                std::string_view message) noexcept {
     writeLine(instance, runtimeModule, level, noCategory, message);
 }
 
-void logRuntime(FmiToolsInstance* instance, const char* level, const LogMessage& message) noexcept {
+void logRuntime(FmiToolsInstance* instance, std::string_view level,
+                const LogMessage& message) noexcept {
     logRuntime(instance, level, message.text());
 }
 
@@ -121,8 +137,9 @@ void fmuLogger(fmi2_component_environment_t componentEnvironment, fmi2_string_t 
         formatForeignMessage(message != nullptr ? message : "(null)", arguments);
     va_end(arguments);
     // The formatted text is itself taken for a format, so a doubled percent sign comes out single.
-    writeLine(static_cast<FmiToolsInstance*>(componentEnvironment), instanceName,
-              statusName(status), category, withoutDoubledPercents(formatted.text()).text());
+    writeLine(static_cast<FmiToolsInstance*>(componentEnvironment), orNull(instanceName),
+              statusName(status), orNull(category),
+              withoutDoubledPercents(formatted.text()).text());
 }
 
 void libraryLogger(jm_callbacks* /*callbacks*/, jm_string module, jm_log_level_enu_t logLevel,
@@ -148,7 +165,7 @@ std::int32_t writeLogLine(FmiToolsInstance* instance, const char* module, const 
     va_start(arguments, format);
     std::vsnprintf(message.data(), message.size(), format, arguments);
     va_end(arguments);
-    writeLine(instance, module, level, category, message.data());
+    writeLine(instance, orNull(module), orNull(level), orNull(category), message.data());
     return success;
 }
 

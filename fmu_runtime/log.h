@@ -42,14 +42,16 @@ struct LogFile {
 };
 
 namespace levels {
-inline constexpr char ok[] = "OK";
-inline constexpr char error[] = "Error";
-inline constexpr char debug[] = "Debug";
+inline constexpr std::string_view ok = "OK";
+inline constexpr std::string_view error = "Error";
+inline constexpr std::string_view debug = "Debug";
 } // namespace levels
 
 /// Writes a line of the runtime itself: module "FMITools", category "None".
-void logRuntime(FmiToolsInstance* instance, const char* level, const LogMessage& message) noexcept;
-void logRuntime(FmiToolsInstance* instance, const char* level, std::string_view message) noexcept;
+void logRuntime(FmiToolsInstance* instance, std::string_view level,
+                const LogMessage& message) noexcept;
+void logRuntime(FmiToolsInstance* instance, std::string_view level,
+                std::string_view message) noexcept;
 
 /// The FMU's logger (FMI 2.0 section 2.1.5): its messages become log lines with the FMI status as
 /// level and the FMU's instance name as module. `componentEnvironment` is the instance; null is

@@ -2,25 +2,11 @@
 
 #include "fmu_runtime/number_text.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
-#include <cstring>
 #include <limits>
 
 namespace fmu_runtime {
-
-LogMessage& LogMessage::add(std::string_view text) noexcept {
-    const std::size_t size = std::min(text.size(), room());
-    if (size > 0) {
-        std::memcpy(buffer_.data() + size_, text.data(), size);
-        size_ += size;
-    }
-    return *this;
-}
-
-LogMessage& LogMessage::add(const char* text) noexcept {
-    return add(text != nullptr ? std::string_view(text) : std::string_view("(null)"));
-}
 
 LogMessage& LogMessage::add(double value) noexcept {
     std::array<char, realTextSize> text;

@@ -16,9 +16,16 @@ class LogMessage {
 
     explicit LogMessage(std::string_view text) { add(text); }
 
-    LogMessage& add(std::string_view text) noexcept;
+    LogMessage& add(std::string_view text) noexcept {
+        size_ += text.copy(buffer_.data() + size_, room());
+        return *this;
+    }
+
     /// A null text is written as "(null)".
-    LogMessage& add(const char* text) noexcept;
+    LogMessage& add(const char* text) noexcept {
+        return add(text != nullptr ? std::string_view(text) : std::string_view("(null)"));
+    }
+
     /// In the form "%.16e".
     LogMessage& add(double value) noexcept;
     LogMessage& add(std::int32_t value) noexcept;

@@ -58,6 +58,8 @@ class Solver {
 
     Solver(const Solver&) = delete;
     Solver& operator=(const Solver&) = delete;
+    Solver(Solver&&) = delete;
+    Solver& operator=(Solver&&) = delete;
 
     /// Remembers the model manager, which stays the host's. The operations below answer from it.
     void setModelManager(ModelManager* modelManager);

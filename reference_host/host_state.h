@@ -31,8 +31,11 @@ struct Owned {
     explicit Owned(Values&&... values) : state(std::forward<Values>(values)...),
                                          object(state) {}
 
+    ~Owned() = default;
     Owned(const Owned&) = delete;
     Owned& operator=(const Owned&) = delete;
+    Owned(Owned&&) = delete;
+    Owned& operator=(Owned&&) = delete;
 
     typename T::State state;
     T object;

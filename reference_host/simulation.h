@@ -16,6 +16,8 @@ class Simulation {
     ~Simulation();
     Simulation(const Simulation&) = delete;
     Simulation& operator=(const Simulation&) = delete;
+    Simulation(Simulation&&) = delete;
+    Simulation& operator=(Simulation&&) = delete;
 
     /// What the solver's operations are called with.
     ModelManager* modelManager();

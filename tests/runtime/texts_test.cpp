@@ -4,9 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
+#include <charconv>
+#include <cmath>
 #include <cstdarg>
 #include <cstdint>
 #include <limits>
+#include <random>
 #include <string>
 
 namespace fmu_runtime {
@@ -28,6 +32,39 @@ TEST(NumberText, IsThatOfPrintfOnEveryPlatform) {
     EXPECT_EQ(realText(-Limits::infinity()), "-inf");
     EXPECT_EQ(realText(Limits::quiet_NaN()), "nan");
     EXPECT_EQ(realText(-Limits::quiet_NaN()), "-nan");
+}
+
+std::string exactText(double value) {
+    std::array<char, realTextSize> text{};
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value,
+                                       std::chars_format::scientific, 16)
+                             .ptr};
+}
+
+TEST(NumberText, HasTheDigitsOfExactArithmetic) {
+    std::mt19937_64 bits(1);
+    for (int i = 0; i < 200'000; ++i) {
+        const auto value = std::bit_cast<double>(bits());
+        const double time = i * 0.001;
+        const double subnormal = std::bit_cast<double>(bits() >> (12 + i % 52));
+        for (const double number : {std::isfinite(value) ? value : 0.0, time, subnormal}) {
+            ASSERT_EQ(realText(number), exactText(number));
+        }
+    }
+}
+
+// Where the number of digits changes, and where the 18th digit is a 5 with nothing behind it.
+TEST(NumberText, RoundsBoundariesAndTiesAsExactArithmetic) {
+    for (int power = -1074; power < 1024; ++power) {
+        const double ten = std::pow(10.0, power / 4);
+        const double two = std::ldexp(1.0, power);
+        for (const double middle : {ten, two, two * 99'999.0, two * 123'456'789.0}) {
+            for (const double number :
+                 {std::nextafter(middle, 0.0), middle, std::nextafter(middle, 1e308)}) {
+                ASSERT_EQ(realText(number), std::isfinite(number) ? exactText(number) : "inf");
+            }
+        }
+    }
 }
 
 TEST(LogMessage, IsCutTo255Characters) {

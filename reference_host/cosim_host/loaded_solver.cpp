@@ -1,0 +1,54 @@
+#include "reference_host/cosim_host/loaded_solver.h"
+
+#include "platform/files.h"
+#include "platform/program_path.h"
+#include "program_support/input_error.h"
+
+#include <filesystem>
+
+namespace cosim_host {
+
+using program_support::InputError;
+
+namespace {
+
+using Factory = Solver* (*)();
+
+/// Libraries are loaded by absolute path: a bare name would be looked for elsewhere.
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path absolute =
+        std::filesystem::absolute(platform::nativePath(path), error);
+    return error ? path : platform::narrowPath(absolute);
+}
+
+} // namespace
+
+LoadedSolver::LoadedSolver(const std::string& library) {
+    if (!library_.open(absolutePath(library))) {
+        throw InputError("cannot load the solver library '" + library + "': " + library_.error());
+    }
+    const auto factory = reinterpret_cast<Factory>(library_.symbol("createSolver"));
+    if (factory == nullptr) {
+        throw InputError("'" + library + "' is no solver library: it has no createSolver");
+    }
+    solver_.reset(factory());
+    if (!solver_) {
+        throw InputError("createSolver of '" + library + "' made no solver: memory is exhausted");
+    }
+}
+
+std::string defaultSolverLibrary() {
+    const auto programs = platform::nativePath(platform::programPath()).parent_path();
+    const std::string name = std::string("fmi_solver") + platform::SharedLibrary::suffix();
+    for (const auto& candidate : {programs / name, programs / ("lib" + name),
+                                  programs.parent_path() / "lib" / ("lib" + name)}) {
+        std::error_code error;
+        if (std::filesystem::exists(candidate, error)) {
+            return platform::narrowPath(candidate);
+        }
+    }
+    throw InputError("there is no " + name + " beside cosim_host; name the library with --solver");
+}
+
+} // namespace cosim_host

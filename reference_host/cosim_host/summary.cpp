@@ -1,0 +1,97 @@
+#include "reference_host/cosim_host/summary.h"
+
+#include "platform/files.h"
+#include "program_support/number_text.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+namespace cosim_host {
+
+using program_support::roundedNumber;
+using program_support::shortNumber;
+
+namespace {
+
+const char* outcomeText(RunOutcome outcome) {
+    switch (outcome) {
+    case RunOutcome::Completed:
+        return "Completed";
+    case RunOutcome::Interrupted:
+        return "Interrupted";
+    case RunOutcome::Failed:
+        break;
+    }
+    return "Failed";
+}
+
+/// A communication point for people: without the last digits, which only rounding put there.
+std::string timeText(double time) {
+    return roundedNumber(time, 9);
+}
+
+void printSteps(const RunPlan& plan, const RunReport& report) {
+    std::printf("%s: %zu steps of %s s, %s s simulated in %s s", outcomeText(report.outcome),
+                report.steps, shortNumber(plan.stepSize).c_str(),
+                timeText(report.reachedTime).c_str(), roundedNumber(report.elapsed, 3).c_str());
+    if (report.elapsed > 0.0) {
+        std::printf(" (%s times real time)",
+                    roundedNumber(report.reachedTime / report.elapsed, 3).c_str());
+    }
+    std::printf("\n");
+}
+
+std::string title(const Signal& signal) {
+    return signal.unit == "-" ? signal.name : signal.name + " [" + signal.unit + "]";
+}
+
+void printExtremes(const Recorder& recorder) {
+    std::size_t width = 0;
+    for (const Signal& signal : recorder.signals()) {
+        width = std::max(width, title(signal).size());
+    }
+    for (std::size_t i = 0; i < recorder.signals().size(); ++i) {
+        const Extremes& extremes = recorder.extremes()[i];
+        std::printf("  %-*s %12s at %s s to %s at %s s\n", static_cast<int>(width),
+                    title(recorder.signals()[i]).c_str(), roundedNumber(extremes.least, 6).c_str(),
+                    timeText(extremes.timeOfLeast).c_str(),
+                    roundedNumber(extremes.greatest, 6).c_str(),
+                    timeText(extremes.timeOfGreatest).c_str());
+    }
+}
+
+void printFile(const char* what, const std::filesystem::path& file) {
+    std::error_code error;
+    if (std::filesystem::exists(file, error)) {
+        std::printf("%-9s%s\n", what, platform::narrowPath(file).c_str());
+    }
+}
+
+/// Where the solver writes: the environment overrides the working directory.
+std::filesystem::path outputDirectory(const LaunchOptions& options) {
+    const char* override = std::getenv("TEST_OUTPUT_PATH");
+    return platform::nativePath(override == nullptr ? options.workingDirectory : override);
+}
+
+} // namespace
+
+void printSummary(const LaunchOptions& options, const RunReport& report, const Recorder& recorder,
+                  const std::string& fmuPath) {
+    printSteps(options.plan, report);
+    printExtremes(recorder);
+    const std::filesystem::path stem =
+        outputDirectory(options) / platform::nativePath(fmuPath).stem();
+    printFile("Log", std::filesystem::path(stem) += ".out");
+    printFile("Results", std::filesystem::path(stem) += ".csv");
+    if (!options.outputFile.empty()) {
+        printFile("Received", platform::nativePath(options.outputFile));
+    }
+    if (!options.plotFile.empty()) {
+        printFile("Picture", platform::nativePath(options.plotFile));
+    }
+    std::fflush(stdout);
+}
+
+} // namespace cosim_host
