@@ -48,17 +48,20 @@ void reportMissingPlatform(const Log& log, const std::string& directory) {
     }
 }
 
-/// True when `folder` is a folder; otherwise the log says why it is not.
-bool hasPlatformFolder(const Log& log, const std::string& directory, const std::string& folder) {
+/// True when `folder` is a folder of the FMU; otherwise the log says why it is not.
+bool hasPlatformFolder(const Log& log, const std::string& directory,
+                       const std::string& absoluteDirectory, const std::string& folder) {
     std::error_code error;
-    const fs::file_status status = fs::status(platform::nativePath(folder), error);
+    const fs::file_status status =
+        fs::status(platform::nativePath(joined(absoluteDirectory, folder)), error);
     if (fs::is_directory(status)) {
         return true;
     }
     log.fatal(module::library, {"Could not change to the DLL directory ",
-                                platform::withTrailingSeparator(platform::nativePaths(), folder)});
+                                joined(directory, folder),
+                                {&platform::nativePaths().separator, 1}});
     if (status.type() == fs::file_type::not_found) {
-        reportMissingPlatform(log, directory);
+        reportMissingPlatform(log, absoluteDirectory);
     } else {
         const auto reason =
             fs::exists(status) ? std::make_error_code(std::errc::not_a_directory) : error;
@@ -171,7 +174,7 @@ bool Binary::load(const Log& log, const std::string& directory,
     const char* platformName = platform::SharedLibrary::fmiPlatform();
     const std::string folder = joined("binaries", platformName);
     const std::string file = joined(folder, identifier + platform::SharedLibrary::suffix());
-    if (!hasPlatformFolder(log, directory, joined(directory, folder))) {
+    if (!hasPlatformFolder(log, directory, absoluteDirectory, folder)) {
         return false;
     }
     log.info(module::library,

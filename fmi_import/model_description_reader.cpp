@@ -309,9 +309,9 @@ bool readDocument(const Log& log, FileText text, ModelDescription& description, 
     const std::size_t size = text.size;
     description.texts = TextStore(std::move(text));
     const auto result = document.load_buffer_inplace(bytes, size);
-    const std::string_view fault = faultOf(document, result, size);
-    if (!fault.empty()) {
-        report.malformed(result.offset, fault);
+    const XmlFault fault = faultOf(document, result, size);
+    if (!fault.reason.empty()) {
+        report.malformed(fault);
         return false;
     }
     try {

@@ -81,13 +81,11 @@ class Beginning {
 
     [[nodiscard]] bool hasStartTag() const { return !stoppedInStartTag(result_, root()); }
 
-    [[nodiscard]] std::string_view fault() const {
-        return faultOf(document_, result_, text_.size());
-    }
+    [[nodiscard]] XmlFault fault() const { return faultOf(document_, result_, text_.size()); }
 
-    /// Line of the root's start tag, or where the parser stopped before it.
+    /// Line of the root's start tag, or of the fault before its end.
     [[nodiscard]] std::size_t line() const {
-        return LineIndex(text_).lineAt(hasStartTag() ? root().offset_debug() : result_.offset);
+        return LineIndex(text_).lineAt(hasStartTag() ? root().offset_debug() : fault().offset);
     }
 
   private:
@@ -146,7 +144,7 @@ fmi_version_enu_t detectVersion(const Log& log, const std::string& directory) {
         return fmi_version_unknown_enu;
     }
     if (!beginning.hasStartTag()) {
-        log.fatal(module::version, {parseErrorText(beginning.line(), beginning.fault())});
+        log.fatal(module::version, {parseErrorText(beginning.line(), beginning.fault().reason)});
         return fmi_version_unknown_enu;
     }
     const fmi_version_enu_t version = versionOf(log, beginning.root());

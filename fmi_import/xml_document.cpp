@@ -10,6 +10,17 @@
 
 namespace fmi_import {
 
+namespace {
+
+bool hasOneElement(const pugi::xml_document& document) {
+    const auto children = document.children();
+    return std::count_if(children.begin(), children.end(), [](pugi::xml_node node) {
+               return node.type() == pugi::node_element;
+           }) == 1;
+}
+
+} // namespace
+
 LineIndex::LineIndex(std::string_view text) {
     for (std::size_t at = text.find('\n'); at != std::string_view::npos;
          at = text.find('\n', at + 1)) {
@@ -37,32 +48,23 @@ std::optional<FileText> readFile(const std::string& path) {
     return file ? std::optional(std::move(text)) : std::nullopt;
 }
 
-std::string_view faultOf(const pugi::xml_document& document, const pugi::xml_parse_result& result,
-                         std::size_t size) {
-    if (size == 0) {
-        return "no element found";
+XmlFault faultOf(const pugi::xml_document& document, const pugi::xml_parse_result& result,
+                 std::size_t size) {
+    const auto end = static_cast<std::ptrdiff_t>(size);
+    const bool stoppedAtEnd = result.offset + 1 >= end;
+    if (size == 0 || result.status == pugi::status_no_document_element) {
+        return {"no element found", end};
     }
-    const bool atEnd = static_cast<std::size_t>(result.offset) + 1 >= size;
     switch (result.status) {
-    case pugi::status_ok: {
-        const pugi::xml_node root = rootElement(document);
-        const auto isElement = [](pugi::xml_node node) {
-            return node.type() == pugi::node_element;
-        };
-        const auto siblings = document.children();
-        return std::count_if(siblings.begin(), siblings.end(), isElement) > 1
-                   ? "junk after document element"
-               : root ? ""
-                      : "no element found";
-    }
-    case pugi::status_no_document_element:
-        return "no element found";
+    case pugi::status_ok:
+        return {hasOneElement(document) ? "" : "junk after document element", end};
     case pugi::status_out_of_memory:
-        return "out of memory";
+        return {"out of memory", result.offset};
     case pugi::status_end_element_mismatch:
-        return atEnd ? "no element found" : "mismatched tag";
+        return stoppedAtEnd ? XmlFault{"no element found", end}
+                            : XmlFault{"mismatched tag", result.offset};
     default:
-        return atEnd ? "unclosed token" : "not well-formed (invalid token)";
+        return {stoppedAtEnd ? "unclosed token" : "not well-formed (invalid token)", result.offset};
     }
 }
 

@@ -39,10 +39,15 @@ inline constexpr std::uint64_t largestModelDescription = std::uint64_t{1} << 30U
 /// may be.
 std::optional<FileText> readFile(const std::string& path);
 
-/// What is wrong with a document, in a parser's usual words; empty when it is well-formed and has
-/// one root element.
-std::string_view faultOf(const pugi::xml_document& document, const pugi::xml_parse_result& result,
-                         std::size_t size);
+/// What is wrong with a document and where.
+struct XmlFault {
+    std::string_view reason; ///< In a parser's usual words; empty when nothing is wrong.
+    std::ptrdiff_t offset;
+};
+
+/// A document of `size` bytes must be well-formed and have one root element.
+XmlFault faultOf(const pugi::xml_document& document, const pugi::xml_parse_result& result,
+                 std::size_t size);
 
 /// The first element of `document`; null when there is none.
 pugi::xml_node rootElement(const pugi::xml_document& document);

@@ -51,8 +51,9 @@ std::string XmlReport::lineText(pugi::xml_node node) const {
     return "[Line:" + std::to_string(lines_.lineAt(node.offset_debug())) + "] ";
 }
 
-void XmlReport::malformed(std::ptrdiff_t offset, std::string_view reason) const {
-    log_.fatal(module::modelDescription, {parseErrorText(lines_.lineAt(offset), reason)});
+void XmlReport::malformed(const XmlFault& fault) const {
+    const std::size_t line = lines_.lineAt(fault.offset);
+    log_.fatal(module::modelDescription, {parseErrorText(line, fault.reason)});
 }
 
 void XmlReport::abort(pugi::xml_node node, std::string_view reason) const {

@@ -21,7 +21,7 @@ class XmlReport {
     void progress(const char* element) const;
 
     /// The document is not well-formed.
-    void malformed(std::ptrdiff_t offset, std::string_view reason) const;
+    void malformed(const XmlFault& fault) const;
 
     /// Ends the reading.
     [[noreturn]] void abort(pugi::xml_node node, std::string_view reason) const;
