@@ -97,8 +97,10 @@ void simulate(FmiToolsInstance* instance) {
     const double interval = instance->logInterval;
     const double end = instance->endTime;
     logRuntime(instance, levels::ok, LogMessage("Simulating to t=").add(end));
-    for (double time = instance->startTime; end >= time; time += interval) {
+    double time = instance->startTime;
+    while (end >= time) {
         static_cast<void>(advanceTo(instance, time));
+        time += interval;
     }
 }
 

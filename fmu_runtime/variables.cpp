@@ -77,14 +77,16 @@ std::int32_t getVariable(FmiToolsInstance* instance, const char* name, Value* va
     });
 }
 
+/// A text that is no number counts as 0, as it always has for callers of this interface.
 std::int32_t setVariableFromText(FmiToolsInstance* instance, ValueKind kind, const char* name,
                                  const char* text) {
     switch (kind) {
     case ValueKind::real:
+        // NOLINTNEXTLINE(cert-err34-c): see above
         return fmiToolsSetRealVariableValue(instance, name, std::atof(text));
     case ValueKind::integer:
-    case ValueKind::boolean: // Booleans go through the integer function, as callers have come to
-                             // expect.
+    case ValueKind::boolean: // Callers expect Booleans to go through the integer function.
+        // NOLINTNEXTLINE(cert-err34-c): see above
         return fmiToolsSetIntegerVariableValue(instance, name, std::atoi(text));
     case ValueKind::string:
         return fmiToolsSetStringVariableValue(instance, name, text);

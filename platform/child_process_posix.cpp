@@ -9,6 +9,7 @@ namespace platform {
 std::optional<int> runProgram(const std::vector<std::string>& arguments) {
     std::vector<std::string> texts = arguments;
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (auto& text : texts) {
         pointers.push_back(text.data());
     }
