@@ -22,7 +22,7 @@ TEST(ForeignText, IsCopiedUpToItsEndOrTheCapacity) {
 
 TEST(ForeignText, OfAWildPointerIsRefused) {
     std::array<char, 8> copy{};
-    for (const std::uintptr_t address : {std::uintptr_t{1}, std::uintptr_t{0x10000}, UINTPTR_MAX}) {
+    for (const std::uintptr_t address : {std::uintptr_t{1}, std::uintptr_t{0x1000}, UINTPTR_MAX}) {
         const auto* wild = reinterpret_cast<const char*>(address);
         EXPECT_EQ(copyForeignText(wild, copy.data(), copy.size()), -1) << address;
     }

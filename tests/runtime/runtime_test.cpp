@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <fstream>
 #include <limits>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -243,7 +244,7 @@ TEST(Stepping, ThatIsNotAnsweredOkLeavesTimeAndResultsAlone) {
         EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
         const char* calls = nullptr;
         fmiToolsGetStringVariableValue(fmu, "calls", &calls);
-        EXPECT_THAT(calls, testing::ContainsRegex("doStep 0 0.5.*\n(.*\n)*doStep 0 0.5"));
+        EXPECT_THAT(calls, testing::HasSubstr("doStep 0 0.5\ndoStep 0 0.5\n"));
     }
 }
 
@@ -363,7 +364,8 @@ TEST(Log, GoesToStandardOutputWhileThereIsNoFile) {
     const std::string output = testing::internal::GetCapturedStdout();
     EXPECT_THAT(withoutTimes(output),
                 ElementsAre("[FMITools][None][OK] Set input u=1.0000000000000000e+00"));
-    EXPECT_THAT(output, testing::MatchesRegex("\\[[^]]+:[0-9][0-9][^]]*\\].*\n"));
+    EXPECT_TRUE(std::regex_match(output, std::regex("\\[[^\\]]+:[0-9][0-9][^\\]]*\\].*\n")))
+        << output;
     EXPECT_THAT(fmu.log(), IsEmpty());
 }
 
