@@ -44,7 +44,7 @@ constexpr std::array interfaceAttributes{"modelIdentifier",
 constexpr std::array experimentAttributes{"startTime", "stopTime", "tolerance", "stepSize"};
 
 bool isNamed(pugi::xml_node node, const char* name) {
-    return std::strcmp(node.name(), name) == 0;
+    return isSame(node.name(), name);
 }
 
 /// Fills a ModelDescription from the tree of its document.

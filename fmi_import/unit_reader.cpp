@@ -11,9 +11,9 @@ pugi::xml_node typeChild(pugi::xml_node element) {
 
 } // namespace
 
-std::optional<fmi2_base_type_enu_t> baseTypeFromElement(std::string_view name) {
+std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name) {
     for (int type = fmi2_base_type_real; type <= fmi2_base_type_enum; ++type) {
-        if (name == fmi2_base_type_to_string(static_cast<fmi2_base_type_enu_t>(type))) {
+        if (isSame(name, fmi2_base_type_to_string(static_cast<fmi2_base_type_enu_t>(type)))) {
             return static_cast<fmi2_base_type_enu_t>(type);
         }
     }

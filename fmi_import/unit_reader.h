@@ -49,6 +49,6 @@ class UnitReader {
 };
 
 /// The base type whose element is called `name`.
-std::optional<fmi2_base_type_enu_t> baseTypeFromElement(std::string_view name);
+std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name);
 
 } // namespace fmi_import

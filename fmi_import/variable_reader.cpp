@@ -66,7 +66,7 @@ bool belongsTo(TypeAttribute attribute, fmi2_base_type_enu_t type) {
 template <class Enumeration>
 Enumeration fromText(const char* text, const char* (*toText)(Enumeration), Enumeration end) {
     for (int value = 0; value < end; ++value) {
-        if (std::string_view(text) == toText(static_cast<Enumeration>(value))) {
+        if (isSame(text, toText(static_cast<Enumeration>(value)))) {
             return static_cast<Enumeration>(value);
         }
     }
@@ -185,8 +185,8 @@ void VariableReader::checkMultipleSet(pugi::xml_node element, const char* text,
 void VariableReader::readType(pugi::xml_node element, Variable& variable) {
     pugi::xml_node typeElement;
     bool isRead = false;
-    for (const pugi::xml_node child : element.children()) {
-        if (child.type() != pugi::node_element || std::string_view(child.name()) == "Annotations") {
+    for (auto child = element.first_child(); child; child = child.next_sibling()) {
+        if (child.type() != pugi::node_element || isSame(child.name(), "Annotations")) {
             continue;
         }
         const auto type = baseTypeFromElement(child.name());
@@ -223,7 +223,7 @@ bool VariableReader::readTypeElement(pugi::xml_node element, Variable& variable)
             value = nullptr;
         }
     }
-    if (!areValuesReadable(element, values)) {
+    if (!areValuesReadable(element, variable.type(), values)) {
         return false;
     }
     const DeclaredType* declared = units_.declaredType(values[declaredType], variable.type());
@@ -239,9 +239,9 @@ bool VariableReader::readTypeElement(pugi::xml_node element, Variable& variable)
     return true;
 }
 
-bool VariableReader::areValuesReadable(pugi::xml_node element,
+bool VariableReader::areValuesReadable(pugi::xml_node element, fmi2_base_type_enu_t type,
                                        std::span<const char* const> values) {
-    const bool isReal = baseTypeFromElement(element.name()) == fmi2_base_type_real;
+    const bool isReal = type == fmi2_base_type_real;
     for (const TypeAttribute bound : {minimum, maximum, nominal}) {
         const char* text = values[bound];
         const bool readable = text == nullptr || (isReal ? realFromText(text).has_value()

@@ -32,7 +32,8 @@ class VariableReader {
     void readType(pugi::xml_node element, Variable& variable);
     /// False when the element has a value that cannot be read and does not count.
     bool readTypeElement(pugi::xml_node element, Variable& variable);
-    bool areValuesReadable(pugi::xml_node element, std::span<const char* const> values);
+    bool areValuesReadable(pugi::xml_node element, fmi2_base_type_enu_t type,
+                           std::span<const char* const> values);
     void checkDerivative(pugi::xml_node element, const char* text);
     void readStart(pugi::xml_node element, const char* text, Variable& variable);
     void refuseStart(pugi::xml_node element, const Variable& variable);

@@ -1,7 +1,6 @@
 #include "fmi_import/xml_report.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace fmi_import {
 
@@ -101,9 +100,11 @@ void XmlReport::abortMissing(pugi::xml_node node, std::string_view element,
 void readAttributes(const XmlReport& report, pugi::xml_node node,
                     std::span<const char* const> names, std::span<const char*> values) {
     std::ranges::fill(values, nullptr);
-    for (const pugi::xml_attribute attribute : node.attributes()) {
-        const auto place = std::ranges::find_if(
-            names, [&](const char* name) { return std::strcmp(name, attribute.name()) == 0; });
+    for (auto attribute = node.first_attribute(); attribute;
+         attribute = attribute.next_attribute()) {
+        const char* wanted = attribute.name();
+        const auto place =
+            std::ranges::find_if(names, [&](const char* name) { return isSame(name, wanted); });
         if (place == names.end()) {
             reportUnknown(report, attribute);
         } else {

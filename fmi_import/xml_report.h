@@ -3,6 +3,7 @@
 #include "fmi_import/log.h"
 #include "fmi_import/xml_document.h"
 
+#include <cstring>
 #include <span>
 
 namespace fmi_import {
@@ -59,6 +60,12 @@ class XmlReport {
 /// `names`; those that are absent become null. Attributes without a place are reported.
 void readAttributes(const XmlReport& report, pugi::xml_node node,
                     std::span<const char* const> names, std::span<const char*> values);
+
+/// Whether two texts are equal. Nearly all that a model description makes one compare differ in
+/// their first character.
+inline bool isSame(const char* text, const char* other) {
+    return *text == *other && std::strcmp(text, other) == 0;
+}
 
 /// `text`, or "" for null.
 inline const char* orEmpty(const char* text) {
