@@ -33,4 +33,13 @@ endforeach()
 if(FMI_SOLVER_TESTS)
   set(INSTALL_GTEST OFF)
   add_subdirectory("${sources}/googletest" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+
+  # Its own build file wants to ask git for its version.
+  file(GLOB benchmark_sources "${sources}/benchmark/src/*.cc")
+  list(FILTER benchmark_sources EXCLUDE REGEX benchmark_main)
+  add_foreign_library(benchmark ${benchmark_sources})
+  target_include_directories(benchmark SYSTEM PUBLIC "${sources}/benchmark/include")
+  target_compile_definitions(benchmark PRIVATE HAVE_STD_REGEX HAVE_STEADY_CLOCK
+                                       PUBLIC BENCHMARK_STATIC_DEFINE)
+  target_link_libraries(benchmark PUBLIC shlwapi)
 endif()

@@ -1,0 +1,16 @@
+#include "platform/process_memory.h"
+
+#include <windows.h>
+// Needs what windows.h declares.
+#include <psapi.h>
+
+namespace platform {
+
+std::size_t peakMemory() {
+    PROCESS_MEMORY_COUNTERS counters{};
+    return K32GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters) != 0
+               ? counters.PeakWorkingSetSize
+               : 0;
+}
+
+} // namespace platform
