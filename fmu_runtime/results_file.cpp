@@ -4,6 +4,7 @@
 #include "fmu_runtime/number_text.h"
 
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace fmu_runtime {
@@ -19,6 +20,24 @@ struct FreeVariableList {
 using VariableList = std::unique_ptr<fmi2_import_variable_list_t, FreeVariableList>;
 
 constexpr int modelDescriptionOrder = 0;
+constexpr int nameOrder = 1;
+
+VariableList listVariables(fmi2_import_t* fmu, int order) {
+    return VariableList(fmi2_import_get_variable_list(fmu, order));
+}
+
+/// All variables in the order of the model description. FMI Library answers null when memory runs
+/// out, but also when the model description has no list; only then it has none by name either.
+VariableList modelVariables(fmi2_import_t* fmu) {
+    VariableList variables = listVariables(fmu, modelDescriptionOrder);
+    if (variables == nullptr) {
+        const VariableList byName = listVariables(fmu, nameOrder);
+        if (byName == nullptr || fmi2_import_get_variable_list_size(byName.get()) > 0) {
+            throw std::bad_alloc();
+        }
+    }
+    return variables;
+}
 
 bool isColumn(fmi2_import_variable_t* variable, bool includeAllVariables) {
     const bool isLocal = fmi2_import_get_causality(variable) == fmi2_causality_enu_local;
@@ -38,7 +57,7 @@ struct Columns {
 };
 
 Columns collectColumns(fmi2_import_t* fmu, bool includeAllVariables) {
-    const VariableList variables(fmi2_import_get_variable_list(fmu, modelDescriptionOrder));
+    const VariableList variables = modelVariables(fmu);
     const std::size_t size = fmi2_import_get_variable_list_size(variables.get());
     Columns columns;
     for (std::size_t index = 0; index < size; ++index) {
