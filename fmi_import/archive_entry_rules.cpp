@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <ranges>
 
 namespace fmi_import {
 
@@ -74,11 +73,12 @@ std::optional<std::string> entryNameFault(NameRules rules, std::string_view name
         return "its path is absolute";
     }
     const std::string path = withForwardSlashes(name);
-    for (const auto component : std::views::split(path, '/')) {
-        if (auto fault =
-                componentFault(rules, std::string_view(component.begin(), component.end()))) {
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        if (auto fault = componentFault(rules, std::string_view(path).substr(begin, end - begin))) {
             return fault;
         }
+        begin = end + 1;
     }
     return std::nullopt;
 }

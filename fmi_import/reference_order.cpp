@@ -140,12 +140,12 @@ const fmi2_xml_variable_t* findByReference(const ModelDescription& description,
                                            fmi2_base_type_enu_t type, std::uint32_t reference) {
     const auto& variables = description.variables;
     const auto wanted = std::pair(typeGroups[static_cast<std::size_t>(type)], reference);
-    const auto range =
-        std::ranges::equal_range(description.referenceOrder, wanted, {},
-                                 [&](std::uint32_t at) { return groupKey(variables[at]); });
-    const auto found =
-        std::ranges::find_if(range, [&](std::uint32_t at) { return variables[at].type() == type; });
-    return found != range.end() ? &variables[*found] : nullptr;
+    const auto& order = description.referenceOrder;
+    const auto key = [&](std::uint32_t at) { return groupKey(variables[at]); };
+    const auto found = std::find_if(
+        std::ranges::lower_bound(order, wanted, {}, key), order.end(),
+        [&](std::uint32_t at) { return key(at) != wanted || variables[at].type() == type; });
+    return found != order.end() && key(*found) == wanted ? &variables[*found] : nullptr;
 }
 
 } // namespace fmi_import
