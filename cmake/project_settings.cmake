@@ -55,6 +55,10 @@ if(FMI_SOLVER_SANITIZE)
   # Every artefact is instrumented, the FMUs included: a sanitizer sees only what it compiled.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+  if(FMI_SOLVER_FUZZ)
+    # An FMU and its caller have the same C functions under type names of their own.
+    add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize=function)
+  endif()
 endif()
 
 # limit_exports(<target> <version script>): on ELF a library exports what its list names and nothing

@@ -1,28 +1,10 @@
 # The libraries of a cross build for Windows. zlib comes from its MinGW package; what is compiled comes
-# from Debian's source packages, unpacked into the build tree by scripts/fetch_windows_sources; what is
-# headers only is copied there from its Debian package, because /usr/include as a whole is Linux's.
-
-set(sources "${PROJECT_BINARY_DIR}/debian_sources")
-execute_process(COMMAND "${PROJECT_SOURCE_DIR}/scripts/fetch_windows_sources" "${sources}"
-                COMMAND_ERROR_IS_FATAL ANY)
+# from Debian's source packages; what is headers only is copied from its Debian package, because
+# /usr/include as a whole is Linux's.
 
 set(ZLIB_USE_STATIC_LIBS ON)
 find_package(ZLIB REQUIRED)
-
-# add_foreign_library(<name> <source>...): as its authors wrote it, without our warnings.
-function(add_foreign_library name)
-  add_library(${name} STATIC EXCLUDE_FROM_ALL ${ARGN})
-  add_library(${name}::${name} ALIAS ${name})
-  target_compile_options(${name} PRIVATE -w)
-endfunction()
-
-add_foreign_library(pugixml "${sources}/pugixml/src/pugixml.cpp")
-target_include_directories(pugixml SYSTEM INTERFACE "${sources}/pugixml/src")
-
-add_foreign_library(minizip "${sources}/minizip/unzip.c" "${sources}/minizip/zip.c"
-                    "${sources}/minizip/ioapi.c" "${sources}/minizip/iowin32.c")
-target_include_directories(minizip SYSTEM INTERFACE "${sources}")
-target_link_libraries(minizip PUBLIC ZLIB::ZLIB)
+include(debian_sources)
 
 file(COPY /usr/include/CLI /usr/include/nlohmann DESTINATION "${PROJECT_BINARY_DIR}/debian_headers")
 foreach(library CLI11::CLI11 nlohmann_json::nlohmann_json)
