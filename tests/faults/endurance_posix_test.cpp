@@ -1,0 +1,87 @@
+// Memory and open files over many cycles and many steps. The environment variable ENDURANCE_FACTOR
+// multiplies both.
+#include "runtime/loaded_fmu.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace {
+
+using namespace test_support;
+
+long factor() {
+    const char* text = std::getenv("ENDURANCE_FACTOR");
+    return text != nullptr ? std::atol(text) : 1;
+}
+
+long residentBytes() {
+    long pages = 0;
+    std::ifstream("/proc/self/statm") >> pages >> pages;
+    return pages * 4096;
+}
+
+std::ptrdiff_t openFiles() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                         std::filesystem::directory_iterator());
+}
+
+/// Does `work` `count` times after a fifth of it as warm-up; neither memory nor files may pile up.
+template <class Work>
+void expectConstantUse(long count, Work work) {
+    long before = 0;
+    std::ptrdiff_t files = 0;
+    for (long index = -count / 5; index < count; ++index) {
+        if (index == 0) {
+            before = residentBytes();
+            files = openFiles();
+        }
+        work(index);
+    }
+    constexpr long allowed = 1 << 20;
+    if (MEMORY_IS_MEASURABLE) {
+        EXPECT_LT(residentBytes() - before, allowed);
+    }
+    EXPECT_EQ(openFiles(), files);
+}
+
+TEST(Endurance, OfLoadingRunningAndCleaningUp) {
+    const TemporaryDirectory directory;
+    writeFile(directory / "fmuclean.sh", "");
+    std::filesystem::permissions(directory / "fmuclean.sh", std::filesystem::perms::owner_all);
+    const std::string unpacked = narrow(directory / "unpacked");
+    expectConstantUse(200 * factor(), [&](long) {
+        FmiToolsInstance* fmu = fmiToolsLoadFmu(narrow(fmuPath("scripted")).c_str(),
+                                                unpacked.c_str(), narrow(directory / "").c_str());
+        ASSERT_NE(fmu, nullptr);
+        fmiToolsSetLogFile(fmu, narrow(directory / "run.out").c_str());
+        fmiToolsSetResultsFile(fmu, narrow(directory / "run.csv").c_str());
+        ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+        for (const double time : {0.1, 0.2, 0.3}) {
+            ASSERT_EQ(fmiToolsSimulateToT(fmu, time), 0);
+        }
+        fmiToolsCleanup(fmu);
+    });
+    // What stays is the unpacked FMU, once.
+    std::ptrdiff_t entries = std::distance(std::filesystem::directory_iterator(directory.path()),
+                                           std::filesystem::directory_iterator());
+    EXPECT_EQ(entries, 4);
+}
+
+TEST(Endurance, OfStepping) {
+    LoadedFmu fmu("scripted");
+    fmiToolsSetResultsFile(fmu, "/dev/null");
+    fmiToolsSetLogFile(fmu, "/dev/null");
+    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+    long step = 0;
+    double x = 0.0;
+    expectConstantUse(20'000 * factor(), [&](long) {
+        ASSERT_EQ(fmiToolsSetRealVariableValue(fmu, "u", 1.0), 0);
+        ASSERT_EQ(fmiToolsSimulateToT(fmu, static_cast<double>(++step) * 1e-3), 0);
+        ASSERT_EQ(fmiToolsGetRealVariableValue(fmu, "x", &x), 0);
+    });
+    EXPECT_NEAR(x, static_cast<double>(step) * 1e-3, 1e-6);
+}
+
+} // namespace

@@ -1,0 +1,201 @@
+// Every file operation of a run fails once, by functions that stand before those of the C library;
+// and a disk that is full.
+#include "faults/whole_run.h"
+#include "runtime/loaded_fmu.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+long operationsLeft = 0; // Until the one that fails; 0: none fails.
+
+bool fails() {
+    errno = ENOSPC;
+    return operationsLeft > 0 && --operationsLeft == 0;
+}
+
+template <class Function>
+Function* original(const char* name) {
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+extern "C" {
+
+int open(const char* path, int flags, ...) {
+    static auto* const call = original<int(const char*, int, ...)>("open");
+    return fails() ? -1 : call(path, flags, 0666);
+}
+
+std::FILE* fopen64(const char* path, const char* mode) {
+    static auto* const call = original<std::FILE*(const char*, const char*)>("fopen64");
+    return fails() ? nullptr : call(path, mode);
+}
+
+std::size_t fread(void* target, std::size_t size, std::size_t count, std::FILE* file) {
+    static auto* const call = original<decltype(fread)>("fread");
+    return fails() ? 0 : call(target, size, count, file);
+}
+
+ssize_t read(int file, void* target, std::size_t size) {
+    static auto* const call = original<ssize_t(int, void*, std::size_t)>("read");
+    return fails() ? -1 : call(file, target, size);
+}
+
+/// As on a disk that fills up: half of it goes through, then nothing does.
+ssize_t write(int file, const void* source, std::size_t size) {
+    static auto* const call = original<ssize_t(int, const void*, std::size_t)>("write");
+    if (fails()) {
+        if (size > 1) {
+            operationsLeft = 1;
+            return call(file, source, size / 2);
+        }
+        return -1;
+    }
+    return call(file, source, size);
+}
+
+int ftruncate(int file, off_t size) noexcept {
+    static auto* const call = original<int(int, off_t)>("ftruncate");
+    return fails() ? -1 : call(file, size);
+}
+
+int mkdir(const char* path, mode_t mode) noexcept {
+    static auto* const call = original<int(const char*, mode_t)>("mkdir");
+    return fails() ? -1 : call(path, mode);
+}
+
+int remove(const char* path) noexcept {
+    static auto* const call = original<int(const char*)>("remove");
+    return fails() ? -1 : call(path);
+}
+
+char* getcwd(char* path, std::size_t size) noexcept {
+    static auto* const call = original<char*(char*, std::size_t)>("getcwd");
+    return fails() ? nullptr : call(path, size);
+}
+}
+
+namespace {
+
+using namespace test_support;
+using testing::HasSubstr;
+using testing::Not;
+
+/// True when the lines of `part` are whole lines of `whole`, in their order.
+bool isPartOf(const std::vector<std::string>& part, const std::vector<std::string>& whole) {
+    auto position = whole.begin();
+    return std::ranges::all_of(part, [&](const std::string& line) {
+        position = std::find(position, whole.end(), line);
+        return position != whole.end() && position++ != whole.end();
+    });
+}
+
+struct Outcome {
+    bool succeeded;
+    bool happened; ///< There were that many operations.
+    std::string output;
+    std::vector<std::string> results;
+    std::vector<std::string> log;
+};
+
+Outcome runWithFailing(const WholeRun& run, long number) {
+    run.clear();
+    testing::internal::CaptureStdout();
+    operationsLeft = number;
+    const bool succeeded = run.run();
+    const bool happened = operationsLeft == 0;
+    operationsLeft = 0;
+    Outcome outcome{succeeded, happened, testing::internal::GetCapturedStdout(),
+                    lines(run.results()), withoutTimes(run.log())};
+    EXPECT_TRUE(run.results().empty() || run.results().ends_with('\n')) << number;
+    EXPECT_TRUE(run.log().empty() || run.log().ends_with('\n')) << number;
+    return outcome;
+}
+
+std::size_t failuresTold(const std::vector<std::string>& log) {
+    return static_cast<std::size_t>(std::ranges::count_if(log, [](const std::string& line) {
+        return line.find("Failed to write") != std::string::npos;
+    }));
+}
+
+TEST(FileOperation, FailsWithoutCrashHalfLineOrWrongSuccess) {
+    const WholeRun run;
+    const Outcome whole = runWithFailing(run, 0);
+    ASSERT_TRUE(whole.succeeded);
+    Outcome now = whole;
+    std::size_t refusedLoads = 0;
+    std::size_t lostRows = 0;
+    std::size_t lostLines = 0;
+    for (long number = 1; now.happened; ++number) {
+        now = runWithFailing(run, number);
+        refusedLoads += now.succeeded ? 0 : 1;
+        EXPECT_TRUE(isPartOf(now.results, whole.results)) << number;
+        if (now.succeeded && !now.results.empty() && now.results != whole.results) {
+            ++lostRows;
+            EXPECT_EQ(failuresTold(now.log), 1U) << number;
+        } else {
+            EXPECT_TRUE(isPartOf(now.log, whole.log)) << number;
+        }
+        if (now.succeeded && !now.log.empty() && now.log.size() < whole.log.size()) {
+            ++lostLines;
+            EXPECT_THAT(now.output, HasSubstr("[Error] Failed to write log file ")) << number;
+        }
+    }
+    EXPECT_GT(refusedLoads, 5U);
+    EXPECT_GE(lostRows, whole.results.size() - 1);
+    EXPECT_GE(lostLines, whole.log.size());
+}
+
+TEST(FullDisk, IsToldOnceForEachFileAndTheRunGoesOn) {
+    LoadedFmu fmu("scripted");
+    fmiToolsSetResultsFile(fmu, "/dev/full");
+    fmiToolsInitialize(fmu);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.0), 0);
+    EXPECT_EQ(failuresTold(fmu.log()), 1U);
+    EXPECT_THAT(fmu.log().front(),
+                HasSubstr("[Error] Failed to write results file /dev/full: No space"));
+    testing::internal::CaptureStdout();
+    fmiToolsSetLogFile(fmu, "/dev/full");
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.5), 0);
+    EXPECT_EQ(fmu.real("x"), 0.0);
+    const auto output = withoutTimes(testing::internal::GetCapturedStdout());
+    ASSERT_EQ(output.size(), 1U);
+    EXPECT_THAT(output.front(), HasSubstr("[Error] Failed to write log file /dev/full: No space"));
+}
+
+TEST(FullDisk, LeavesWholeRowsBehind) {
+    LoadedFmu fmu("scripted");
+    fmiToolsSetLogFile(fmu, "/dev/null");
+    fmiToolsInitialize(fmu);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{10000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    for (int step = 0; step < 50; ++step) {
+        EXPECT_EQ(fmiToolsSimulateToT(fmu, step * 0.1), 0);
+    }
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    const std::string results = readFile(fmu.resultsFile());
+    EXPECT_TRUE(results.ends_with('\n'));
+    EXPECT_GT(results.size(), 9000U);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 6.0), 0); // There is room again.
+    EXPECT_THAT(fmu.rows().back(), testing::StartsWith("6.0000000000000000e+00,"));
+}
+
+} // namespace
