@@ -37,7 +37,8 @@ foreach(fmu tyre shock_absorber)
   install(FILES "${FMI_SOLVER_FMU_DIRECTORY}/${fmu}.fmu"
           DESTINATION "${CMAKE_INSTALL_DATADIR}/fmi_tools/fmus")
 endforeach()
-install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+        PATTERN CMakeLists.txt EXCLUDE PATTERN Doxyfile.in EXCLUDE)
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR}")
 
 # What a dynamic library of the system brings comes with its own licence; these are linked into ours.

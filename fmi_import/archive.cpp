@@ -85,7 +85,7 @@ class Survey {
             }
         }
         if (status != UNZ_END_OF_LIST_OF_FILE) {
-            throw std::runtime_error("The directory of the archive is damaged");
+            throw std::runtime_error("The directory of the archive is damaged; get the FMU anew");
         }
         return result;
     }
@@ -96,7 +96,7 @@ class Survey {
         std::string name(longestEntryName + 1, '\0');
         if (unzGetCurrentFileInfo64(archive_, &info, name.data(), static_cast<uLong>(name.size()),
                                     nullptr, 0, nullptr, 0) != UNZ_OK) {
-            throw std::runtime_error("The directory of the archive is damaged");
+            throw std::runtime_error("The directory of the archive is damaged; get the FMU anew");
         }
         name.resize(std::min<std::size_t>(info.size_filename, name.size()));
         refuseHarmful(name, info);
@@ -118,18 +118,20 @@ class Survey {
             throw EntryError(name, *fault);
         }
         if ((info.flag & encrypted) != 0) {
-            throw EntryError(name, "it is encrypted");
+            throw EntryError(name, "it is encrypted; pack it without a password");
         }
         if (info.compression_method != 0 && info.compression_method != Z_DEFLATED) {
             throw EntryError(name, "its compression method " +
                                        std::to_string(info.compression_method) +
-                                       " is not supported (stored or deflate)");
+                                       " is not supported; pack it by deflate or store it");
         }
     }
 
     void addUp(const std::string& name, const unz_file_info64& info) {
         if (info.compressed_size > packedLeft_) {
-            throw EntryError(name, "its data overlaps that of other entries or the archive's end");
+            throw EntryError(
+                name,
+                "its data overlaps that of other entries or the archive's end; get the FMU anew");
         }
         if (info.uncompressed_size > unpackedLeft_) {
             throw EntryError(name, "the archive unpacks to more than " +
@@ -174,8 +176,10 @@ class Unpacker {
             std::error_code error;
             fs::create_directory(path, error);
             if (!fs::is_directory(fs::symlink_status(path, error))) {
-                throw EntryError(entry.name, "'" + platform::narrowPath(path) +
-                                                 "' is in the way or cannot be made a folder");
+                throw EntryError(entry.name,
+                                 "'" + platform::narrowPath(path) +
+                                     "' is in the way or cannot be made a folder; remove it or "
+                                     "unpack elsewhere");
             }
         }
         lastFolder_ = folder;
@@ -185,7 +189,7 @@ class Unpacker {
         unz64_file_pos position = entry.position;
         if (unzGoToFilePos64(archive_, &position) != UNZ_OK ||
             unzOpenCurrentFile(archive_) != UNZ_OK) {
-            throw EntryError(entry.name, "its header is damaged");
+            throw EntryError(entry.name, "its header is damaged; get the FMU anew");
         }
         const std::string path = directory_ + entry.name;
         // Replaced, not overwritten: the old file may be a link, or a library that is loaded.
@@ -212,7 +216,7 @@ class Unpacker {
         // The checksum is compared on closing, and only of an entry that was read to its end.
         const bool intact = unzCloseCurrentFile(archive_) == UNZ_OK;
         if (length < 0 || size != 0 || !intact) {
-            return "its data is damaged";
+            return "its data is damaged; get the FMU anew";
         }
         return std::nullopt;
     }

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 #include "program_support/command_line.h"
 #include "program_support/input_error.h"
+#include "program_support/number_text.h"
 #include "program_support/plot.h"
 
 #include <filesystem>
@@ -129,12 +130,14 @@ void completeOptions(Options& options) {
         throw InputError("--info=" + options.info + " is not known; give --info or --info=json");
     }
     if (options.timeout && *options.timeout <= 0.0) {
-        throw InputError("--timeout must be greater than 0");
+        throw InputError("--timeout " + program_support::shortNumber(*options.timeout) +
+                         " cannot be used; give seconds greater than 0");
     }
     if (!options.plotFile.empty()) {
         program_support::requireImageFile(options.plotFile);
     } else if (!options.plotColumns.empty()) {
-        throw InputError("--plot-columns needs --plot FILE.svg or FILE.png");
+        throw InputError("--plot-columns " + options.plotColumns +
+                         " has no picture to go to; give --plot FILE.svg or FILE.png, too");
     }
     requireDistinctFiles(options);
 }

@@ -200,12 +200,25 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSetVariableValue(FmiToolsInstance* instance, co
 FMI_TOOLS_EXPORT int32_t fmiToolsSetRealVariableValue(FmiToolsInstance* instance, const char* name,
                                                       double value);
 
-/** Sets an Integer variable (fmi2SetInteger); otherwise like fmiToolsSetRealVariableValue(). */
+/**
+ * Sets an Integer variable (fmi2SetInteger, FMI 2.0 section 2.1.7) and logs "Set input name=value".
+ *
+ * @param instance the handle.
+ * @param name     the variable's full name.
+ * @param value    the value; of an enumeration, the number of its item.
+ * @return as fmiToolsSetRealVariableValue().
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetIntegerVariableValue(FmiToolsInstance* instance,
                                                          const char* name, int32_t value);
 
-/** Sets a String variable (fmi2SetString); otherwise like fmiToolsSetRealVariableValue(). The text
- *  is only borrowed for the call. */
+/**
+ * Sets a String variable (fmi2SetString, FMI 2.0 section 2.1.7) and logs "Set input name=value".
+ *
+ * @param instance the handle.
+ * @param name     the variable's full name.
+ * @param value    the text, borrowed for the call only.
+ * @return as fmiToolsSetRealVariableValue().
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetStringVariableValue(FmiToolsInstance* instance,
                                                         const char* name, const char* value);
 
@@ -221,13 +234,26 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSetStringVariableValue(FmiToolsInstance* instan
 FMI_TOOLS_EXPORT int32_t fmiToolsGetRealVariableValue(FmiToolsInstance* instance, const char* name,
                                                       double* value);
 
-/** Reads an Integer variable (fmi2GetInteger); otherwise like fmiToolsGetRealVariableValue(), but
- *  success leaves no log line. */
+/**
+ * Reads an Integer variable (fmi2GetInteger, FMI 2.0 section 2.1.7). Success leaves no log line.
+ *
+ * @param instance the handle.
+ * @param name     the variable's full name.
+ * @param value    receives the value; written only on success.
+ * @return as fmiToolsGetRealVariableValue().
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsGetIntegerVariableValue(FmiToolsInstance* instance,
                                                          const char* name, int32_t* value);
 
-/** Reads a String variable (fmi2GetString); otherwise like fmiToolsGetIntegerVariableValue(). The
- *  text is owned by the FMU and valid until the next call into it. */
+/**
+ * Reads a String variable (fmi2GetString, FMI 2.0 section 2.1.7). Success leaves no log line.
+ *
+ * @param instance the handle.
+ * @param name     the variable's full name.
+ * @param value    receives a text owned by the FMU and valid until the next call into it; written
+ *                 only on success.
+ * @return as fmiToolsGetRealVariableValue().
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsGetStringVariableValue(FmiToolsInstance* instance,
                                                         const char* name, const char** value);
 
@@ -240,7 +266,13 @@ FMI_TOOLS_EXPORT int32_t fmiToolsGetStringVariableValue(FmiToolsInstance* instan
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetStartTime(FmiToolsInstance* instance, double time);
 
-/** Sets the end time, in seconds, of fmiToolsSimulate(); otherwise like fmiToolsSetStartTime(). */
+/**
+ * Sets where the grid of fmiToolsSimulate() ends.
+ *
+ * @param instance the handle.
+ * @param time     seconds.
+ * @return 0; -1 for a null handle.
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetEndTime(FmiToolsInstance* instance, double time);
 
 /**
@@ -262,11 +294,21 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSetLogInterval(FmiToolsInstance* instance, doub
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsInitialize(FmiToolsInstance* instance);
 
-/** The first half of fmiToolsInitialize(): sets up the experiment and enters initialisation mode,
- *  so that initial values can be set. Result codes as there. */
+/**
+ * The first half of fmiToolsInitialize(): sets up the experiment and enters initialisation mode, so
+ * that initial values can be set.
+ *
+ * @param instance the handle.
+ * @return as fmiToolsInitialize().
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsStartInitialization(FmiToolsInstance* instance);
 
-/** The second half of fmiToolsInitialize(): leaves initialisation mode. Result codes as there. */
+/**
+ * The second half of fmiToolsInitialize(): leaves initialisation mode.
+ *
+ * @param instance the handle.
+ * @return as fmiToolsInitialize().
+ */
 FMI_TOOLS_EXPORT int32_t fmiToolsEndInitialization(FmiToolsInstance* instance);
 
 /**

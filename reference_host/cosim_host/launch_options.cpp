@@ -36,8 +36,7 @@ void requirePositive(const std::optional<double>& value, const std::string& opti
 
 int parseSize(const std::string& text, const std::string& request) {
     if (text != "1" && text != "2" && text != "3") {
-        throw InputError("the size in --output " + request + " is '" + text +
-                         "'; solvers write 1 to 3 components");
+        throw InputError("the size in --output " + request + " is '" + text + "'; give 1, 2 or 3");
     }
     return text.front() - '0';
 }
@@ -79,11 +78,16 @@ RunPlan completePlan(const GivenOptions& given, RunPlan plan) {
 
 void checkPlot(const LaunchOptions& options) {
     if (options.plotFile.empty()) {
+        if (!options.plotColumns.empty()) {
+            throw InputError("--plot-columns " + options.plotColumns +
+                             " has no picture to go to; give --plot FILE.svg or FILE.png, too");
+        }
         return;
     }
     program_support::requireImageFile(options.plotFile);
     if (options.outputFile.empty()) {
-        throw InputError("--plot draws what --output-file keeps; give that, too");
+        throw InputError("--plot " + options.plotFile +
+                         " draws what --output-file keeps; give that, too");
     }
 }
 
@@ -130,7 +134,7 @@ void addSolverOptions(CLI::App& app, LaunchOptions& options, GivenOptions& given
         ->check([](const std::string& how) {
             return how == "option" || how == "parameter"
                        ? std::string()
-                       : "'" + how + "' is neither option nor parameter";
+                       : "'" + how + "' is not known; give option or parameter";
         });
 }
 

@@ -26,15 +26,19 @@ std::string absolutePath(const std::string& path) {
 
 LoadedSolver::LoadedSolver(const std::string& library) {
     if (!library_.open(absolutePath(library))) {
-        throw InputError("cannot load the solver library '" + library + "': " + library_.error());
+        throw InputError("cannot load the solver library '" + library + "': " + library_.error() +
+                         "; name a solver library for this platform with --solver");
     }
     const auto factory = reinterpret_cast<Factory>(library_.symbol("createSolver"));
     if (factory == nullptr) {
-        throw InputError("'" + library + "' is no solver library: it has no createSolver");
+        throw InputError(
+            "'" + library +
+            "' is no solver library, it has no createSolver; name another with --solver");
     }
     solver_.reset(factory());
     if (!solver_) {
-        throw InputError("createSolver of '" + library + "' made no solver: memory is exhausted");
+        throw InputError("createSolver of '" + library +
+                         "' made no solver; free memory, or name another library with --solver");
     }
 }
 

@@ -79,7 +79,8 @@ void Recorder::record(double time) {
 
 void Recorder::write(const std::string& row) {
     if (file_.isOpen() && !file_.write(row)) {
-        throw std::runtime_error("cannot write to '" + path_ + "': " + file_.lastError());
+        throw std::runtime_error("cannot write to '" + path_ + "': " + file_.lastError() +
+                                 "; free the disk or choose another place with --output-file");
     }
 }
 

@@ -44,9 +44,9 @@ Road profile(const std::string& path) {
     using program_support::CsvTable;
     const auto table = std::make_shared<const CsvTable>(CsvTable::read(path));
     if (table->names().size() != 2) {
-        throw program_support::InputError(path +
-                                          ": a road has two columns, distance and height, not " +
-                                          std::to_string(table->names().size()));
+        throw program_support::InputError(
+            "the road '" + path + "' has " + std::to_string(table->names().size()) +
+            " columns; give two, distance and height, or name flat, step or sine");
     }
     table->requireNumbers(1);
     return {[table](double distance) { return table->interpolateLinearly(1, distance); },

@@ -115,8 +115,8 @@ bool RunDriver::acceptFailureCode(const char* operation) {
         return true;
     }
     reportedCode_ = code;
-    fail(operation,
-         "the solver reported failure code " + std::to_string(code) + "; its log says what failed");
+    fail(operation, "the solver reported failure code " + std::to_string(code) +
+                        "; the end of its log says why, or the lines above before there is a log");
     return plan_.keepGoing;
 }
 

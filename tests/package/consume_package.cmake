@@ -23,7 +23,7 @@ endforeach()
 
 run("${CMAKE_COMMAND}" -G Ninja -S "${SOURCE_DIR}/tests/package/consumer" -B "${work}/build"
     "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-Dfmi_tools_DIR=${prefix}/lib/cmake/fmi_tools" -DCMAKE_BUILD_TYPE=Release
-    "-DEXAMPLES=${prefix}/share/doc/fmi_solver/examples")
+    "-DEXAMPLES=${prefix}/share/doc/fmi_solver/docs/examples")
 run("${CMAKE_COMMAND}" --build "${work}/build")
 
 # Windows finds DLLs beside the program.
