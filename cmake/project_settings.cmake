@@ -18,6 +18,11 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(FMI_SOLVER_FMU_DIRECTORY "${PROJECT_BINARY_DIR}/fmus")
 
+# An installation works wherever it is unpacked: its libraries are beside each other.
+if(NOT WIN32)
+  set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../lib")
+endif()
+
 if(WIN32)
   # The libraries have the same plain names whichever compiler made them.
   foreach(kind SHARED_LIBRARY SHARED_MODULE IMPORT_LIBRARY)
