@@ -5,11 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <fstream>
 #include <limits>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -364,8 +364,9 @@ TEST(Log, GoesToStandardOutputWhileThereIsNoFile) {
     const std::string output = testing::internal::GetCapturedStdout();
     EXPECT_THAT(withoutTimes(output),
                 ElementsAre("[FMITools][None][OK] Set input u=1.0000000000000000e+00"));
-    EXPECT_TRUE(std::regex_match(output, std::regex("\\[[^\\]]+:[0-9][0-9][^\\]]*\\].*\n")))
-        << output;
+    EXPECT_EQ(output.front(), '[');
+    const std::string time = output.substr(1, output.find(']') - 1);
+    EXPECT_EQ(std::ranges::count(time, ':'), 2) << time;
     EXPECT_THAT(fmu.log(), IsEmpty());
 }
 
