@@ -12,6 +12,11 @@ Json textOrNull(const std::string& text) {
     return text.empty() ? Json() : Json(text);
 }
 
+Json integerOrText(const std::string& text) {
+    const auto parsed = Json::parse(text, nullptr, false);
+    return parsed.is_number_integer() ? parsed : Json(text);
+}
+
 /// The start value in the JSON type of its variable; as text where it is not written as such.
 Json startOf(const Variable& variable) {
     if (!variable.start) {
@@ -28,7 +33,7 @@ Json startOf(const Variable& variable) {
         return text;
     case VariableType::Integer:
     case VariableType::Enumeration:
-        return Json::accept(text) ? Json::parse(text) : Json(text);
+        return integerOrText(text);
     case VariableType::String:
         break;
     }
