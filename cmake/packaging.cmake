@@ -9,18 +9,22 @@ set(licence_directory "${CMAKE_INSTALL_DOCDIR}/licences")
 
 # The libraries that a consumer links with, and the shared libraries that those need.
 set(libraries fmi_tools fmi_solver)
-foreach(needed fmilib_shared host_framework)
-  get_target_property(imported ${needed} IMPORTED)
-  if(TARGET ${needed} AND NOT imported)
-    list(APPEND libraries ${needed})
-  endif()
-endforeach()
+if(TARGET fmilib_shared)
+  list(APPEND libraries fmilib_shared)
+endif()
+if(NOT HOST_FRAMEWORK_LIBRARY)
+  list(APPEND libraries host_framework)
+endif()
 install(TARGETS ${libraries} EXPORT fmi_tools
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
         ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
         INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
-install(TARGETS fmu_run cosim_host RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+set(programs fmu_run)
+if(TARGET cosim_host)
+  list(APPEND programs cosim_host)
+endif()
+install(TARGETS ${programs} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES include/fmi_tools.h include/create_solver.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 
 install(EXPORT fmi_tools NAMESPACE fmi_tools:: FILE fmi_tools-targets.cmake
@@ -47,12 +51,12 @@ if(CMAKE_CROSSCOMPILING AND WIN32)
     install(FILES "${PROJECT_BINARY_DIR}/debian_sources/${package}/debian/copyright"
             DESTINATION "${licence_directory}" RENAME "${package}.txt")
   endforeach()
-  set(debian_packages libz-mingw-w64-dev libcli11-dev mingw-w64-common gcc-mingw-w64-base)
+  set(debian_packages libz-mingw-w64-dev libcli11-dev nlohmann-json3-dev mingw-w64-common gcc-mingw-w64-base)
 elseif(VCPKG_INSTALLED_DIR)
   install(DIRECTORY "${VCPKG_INSTALLED_DIR}/${VCPKG_TARGET_TRIPLET}/share/"
           DESTINATION "${licence_directory}" FILES_MATCHING PATTERN copyright)
 else()
-  set(debian_packages libcli11-dev)
+  set(debian_packages libcli11-dev nlohmann-json3-dev)
 endif()
 foreach(package IN LISTS debian_packages)
   install(FILES "/usr/share/doc/${package}/copyright"

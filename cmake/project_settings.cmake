@@ -18,9 +18,9 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(FMI_SOLVER_FMU_DIRECTORY "${PROJECT_BINARY_DIR}/fmus")
 
-# An installation works wherever it is unpacked: its libraries are beside each other.
+# An installation can be moved: its programs and libraries find each other from where they stand.
 if(NOT WIN32)
-  set(CMAKE_INSTALL_RPATH "$ORIGIN;$ORIGIN/../lib")
+  set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 endif()
 
 if(WIN32)

@@ -1,4 +1,5 @@
 #include "platform/files.h"
+#include "platform/missing_import.h"
 #include "platform/shared_library.h"
 
 #include <system_error>
@@ -20,7 +21,11 @@ bool SharedLibrary::open(const std::string& path) {
     // The altered search path begins in the library's own folder instead of the program's.
     handle_ = LoadLibraryExW(nativePath(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (handle_ == nullptr) {
-        error_ = path + ": " + systemMessage(GetLastError());
+        const DWORD error = GetLastError();
+        error_ = path + ": " + systemMessage(error);
+        if (error == ERROR_MOD_NOT_FOUND) {
+            error_ += missingImport(nativePath(path));
+        }
     }
     return isOpen();
 }

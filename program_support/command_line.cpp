@@ -12,6 +12,8 @@ void beginCommandLine(CLI::App& app, const std::string& name, const std::string&
     app.name(name);
     app.description(description);
     app.set_help_flag();
+    // A path that begins with "/" is a path on Windows too.
+    app.allow_windows_style_options(false);
     const auto addText = [&](const std::string& option, std::string (*text)(const CLI::App&)) {
         return app.add_flag_callback(option, [&app, text] {
             std::cout << text(app);

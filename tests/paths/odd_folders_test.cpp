@@ -2,7 +2,6 @@
 #include "paths/current_directory.h"
 #include "platform/command.h"
 #include "platform/files.h"
-#include "platform/path_style.h"
 #include "platform/shared_library.h"
 #include "support/files.h"
 #include "support/run_program.h"
@@ -88,13 +87,8 @@ TEST(FmuBinary, ThatCannotBeLoadedIsNamed) {
     const auto result = test_support::runProgram(
         test_support::programPath("fmu_run"), {narrow(fmuPath("scripted_lacks_library"))}, options);
     EXPECT_EQ(result.exitStatus, 2);
-    // Windows names the library that was to be loaded, Linux the one that it lacks.
-    EXPECT_NE(result.error.find("its library does not load"), std::string::npos) << result.error;
-    const std::string needed =
-        std::string("need") +
-        (platform::nativePaths().separator == '\\' ? "s_library" : "ed_library") +
-        platform::SharedLibrary::suffix();
-    EXPECT_NE(result.error.find(needed), std::string::npos) << result.error;
+    const std::string missing = std::string("needed_library") + platform::SharedLibrary::suffix();
+    EXPECT_NE(result.error.find(missing), std::string::npos) << result.error;
 }
 
 } // namespace

@@ -9,7 +9,9 @@ list(TRANSFORM SYSTEM_INCLUDES PREPEND -isystem)
 set(flags --target=x86_64-w64-windows-gnu -fsyntax-only -nostdinc ${SYSTEM_INCLUDES}
     "-isystem${clang_headers}/include" -isystem/usr/x86_64-w64-mingw32/include
     # GCC's -Wconversion does not have this part of clang's, nor has /W4.
-    -Wno-sign-conversion)
+    -Wno-sign-conversion
+    # The build switches some of GCC's warnings off that clang does not have.
+    -Wno-unknown-warning-option)
 
 function(compile_source entry)
   string(JSON file GET "${entry}" file)
