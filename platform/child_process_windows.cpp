@@ -27,7 +27,7 @@ std::string quoted(const std::string& argument) {
 std::optional<int> runProgram(const std::vector<std::string>& arguments) {
     std::string line;
     for (const auto& argument : arguments) {
-        line += (line.empty() ? "" : " ") + quoted(argument);
+        line.append(line.empty() ? "" : " ").append(quoted(argument));
     }
     std::wstring wideLine = nativePath(line).native();
     STARTUPINFOW info{};
