@@ -107,7 +107,7 @@ class Reader {
 
     /// False when the rest of the document is not to be read.
     bool readRoot(pugi::xml_node root) {
-        std::array<const char*, rootAttributes.size()> values;
+        std::array<const char*, rootAttributes.size()> values{};
         readAttributes(report_, root, rootAttributes, values);
         const auto& [fmiVersion, modelName, guid, description, tool, naming, author, version,
                      copyright, license, date, eventIndicators] = values;
@@ -130,7 +130,7 @@ class Reader {
 
     /// Reads what both interface elements have; the identifier.
     const char* readInterface(pugi::xml_node element, Capabilities& capabilities) {
-        std::array<const char*, interfaceAttributes.size()> values;
+        std::array<const char*, interfaceAttributes.size()> values{};
         readAttributes(report_, element, interfaceAttributes, values);
         if (values.front() == nullptr) {
             report_.abortMissing(element, element.name(), interfaceAttributes.front());
@@ -184,7 +184,7 @@ class Reader {
     /// A value that cannot be read ends the reading of the element: it and those after it keep
     /// their defaults.
     void readDefaultExperiment(pugi::xml_node element) {
-        std::array<const char*, experimentAttributes.size()> values;
+        std::array<const char*, experimentAttributes.size()> values{};
         readAttributes(report_, element, experimentAttributes, values);
         DefaultExperiment& experiment = description_.defaultExperiment;
         for (std::size_t at = 0; at < values.size(); ++at) {

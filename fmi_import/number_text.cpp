@@ -28,7 +28,7 @@ double beyondRange(std::string_view text) {
     const auto exponent = number.find_first_of("eE");
     const bool tiny = exponent != std::string_view::npos
                           ? number.substr(exponent + 1).starts_with('-')
-                          : number.find_first_not_of("0") == number.find('.');
+                          : number.find_first_not_of('0') == number.find('.');
     const double size = tiny ? 0.0 : std::numeric_limits<double>::infinity();
     return text.starts_with('-') ? -size : size;
 }

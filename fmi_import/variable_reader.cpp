@@ -88,7 +88,7 @@ fmi2_initial_enu_t initialOf(const fmi2_xml_variable_t& variable) {
 } // namespace
 
 void VariableReader::read(pugi::xml_node element) {
-    std::array<const char*, variableAttributeCount> values;
+    std::array<const char*, variableAttributeCount> values{};
     readAttributes(report_, element, variableAttributes, values);
     for (const VariableAttribute required : {valueReference, nameAttribute}) {
         if (values[required] == nullptr) {
@@ -211,7 +211,7 @@ void VariableReader::readType(pugi::xml_node element, Variable& variable) {
 }
 
 bool VariableReader::readTypeElement(pugi::xml_node element, Variable& variable) {
-    std::array<const char*, typeAttributeCount> values;
+    std::array<const char*, typeAttributeCount> values{};
     readAttributes(report_, element, typeAttributes, values);
     for (int attribute = 0; attribute < typeAttributeCount; ++attribute) {
         const char*& value = values[static_cast<std::size_t>(attribute)];

@@ -11,7 +11,7 @@ namespace fmi_import {
 
 namespace {
 
-constexpr std::size_t firstPiece = 16 * 1024;
+constexpr std::size_t firstPiece = std::size_t{16} * 1024;
 
 struct Version {
     unsigned major;

@@ -99,7 +99,6 @@ void XmlReport::abortMissing(pugi::xml_node node, std::string_view element,
 
 void readAttributes(const XmlReport& report, pugi::xml_node node,
                     std::span<const char* const> names, std::span<const char*> values) {
-    std::ranges::fill(values, nullptr);
     for (auto attribute = node.first_attribute(); attribute;
          attribute = attribute.next_attribute()) {
         const char* wanted = attribute.name();

@@ -57,7 +57,7 @@ class XmlReport {
 };
 
 /// Puts the values of `node`'s attributes into `values`, at the places that their names have in
-/// `names`; those that are absent become null. Attributes without a place are reported.
+/// `names`; those that are absent stay null. Attributes without a place are reported.
 void readAttributes(const XmlReport& report, pugi::xml_node node,
                     std::span<const char* const> names, std::span<const char*> values);
 
