@@ -26,7 +26,11 @@ class SlaveLibrary {
      *  @throws std::invalid_argument when it is malformed */
     static Script environmentScript();
 
-    void countInstance() { ++liveInstances_; }
+    /** Also makes the room that bury() will need: freeing an instance must not fail. */
+    void countInstance() {
+        buried_.reserve(buried_.size() + static_cast<std::size_t>(liveInstances_) + 1);
+        ++liveInstances_;
+    }
 
     int liveInstances() const { return liveInstances_; }
 
