@@ -16,13 +16,13 @@ struct DirectoryCase {
 
 TEST(PathStyle, MakesDirectoriesAbsolute) {
     const DirectoryCase cases[] = {
-        {windowsPaths, "C:\\runs", "C:/work/fmu", "C:\\work\\fmu"},
+        {windowsPaths, "C:\\runs", "C:/data/fmu", "C:\\data\\fmu"},
         {windowsPaths, "C:\\runs", "out/fmu", "C:\\runs\\out\\fmu"},
         {windowsPaths, "C:\\runs", "", "C:\\runs\\"},
         {windowsPaths, "C:\\runs", "\\server", "C:\\runs\\\\server"},
         {windowsPaths, "C:/a b", "d:rel", "d:rel"},
         {windowsPaths, "C:\\r", "x", "C:\\r\\x"},
-        {posixPaths, "/runs", "/work/fmu", "/work/fmu"},
+        {posixPaths, "/runs", "/data/fmu", "/data/fmu"},
         {posixPaths, "/runs", "out/fmu", "/runs/out/fmu"},
         {posixPaths, "/runs", "back\\slash", "/runs/back\\slash"},
         {posixPaths, "/runs", "C:/x", "/runs/C:/x"},
