@@ -1,4 +1,5 @@
 #include "platform/child_process.h"
+#include "platform/command_line_windows.h"
 #include "platform/files.h"
 
 #include <windows.h>
@@ -24,12 +25,16 @@ std::string quoted(const std::string& argument) {
 
 } // namespace
 
-std::optional<int> runProgram(const std::vector<std::string>& arguments) {
+std::string joinedCommandLine(const std::vector<std::string>& arguments) {
     std::string line;
     for (const auto& argument : arguments) {
         line.append(line.empty() ? "" : " ").append(quoted(argument));
     }
-    std::wstring wideLine = nativePath(line).native();
+    return line;
+}
+
+std::optional<int> runProgram(const std::vector<std::string>& arguments) {
+    std::wstring wideLine = nativePath(joinedCommandLine(arguments)).native();
     STARTUPINFOW info{};
     info.cb = sizeof info;
     PROCESS_INFORMATION process{};

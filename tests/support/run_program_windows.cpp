@@ -1,3 +1,4 @@
+#include "platform/command_line_windows.h"
 #include "support/run_program_platform.h"
 
 #include <cstdlib>
@@ -37,28 +38,11 @@ class ChangedVariable {
     std::optional<std::string> previous_;
 };
 
-/// `argument` so that the C runtime of the program reads it back as it is: backslashes are doubled
-/// where a quote follows them.
-std::string quoted(const std::string& argument) {
-    std::string result = "\"";
-    std::size_t backslashes = 0;
-    for (const char character : argument) {
-        if (character == '"') {
-            result.append(backslashes + 1, '\\');
-        }
-        backslashes = character == '\\' ? backslashes + 1 : 0;
-        result += character;
-    }
-    return result.append(backslashes, '\\') + '"';
-}
-
 std::string commandLine(const std::filesystem::path& program,
                         const std::vector<std::string>& arguments) {
-    std::string line = quoted(narrow(program));
-    for (const auto& argument : arguments) {
-        line += ' ' + quoted(argument);
-    }
-    return line;
+    std::vector<std::string> texts{narrow(program)};
+    texts.insert(texts.end(), arguments.begin(), arguments.end());
+    return platform::joinedCommandLine(texts);
 }
 
 HANDLE openInheritable(const std::filesystem::path& file, DWORD access, DWORD disposition) {
