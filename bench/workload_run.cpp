@@ -1,55 +1,105 @@
 // workload_run FMU LOOP STEPS: runs a workload by itself, for profilers and for the figures of a
-// whole process.
+// whole process. workload_run FMU load|unzip_and_parse: only loads it, or does what loading cannot
+// do without.
 #include "bench/step_loop.h"
+#include "bench/unzip.h"
+#include "fmi_tools.h"
 #include "platform/files.h"
 #include "platform/process_memory.h"
 #include "support/files.h"
+
+#include <pugixml.hpp>
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <stdexcept>
+#include <string_view>
 
 namespace {
 
+namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 double secondsSince(Clock::time_point begin) {
     return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
-void run(const std::filesystem::path& fmu, const char* loopName, long steps) {
-    const test_support::TemporaryDirectory directory;
+void printMemory() {
+    std::fprintf(stderr, "memory %.1f MB at the peak\n",
+                 static_cast<double>(platform::peakMemory()) * 1e-6);
+}
+
+void printLoad(double seconds) {
+    std::fprintf(stderr, "load   %.3f ms\n", seconds * 1e3);
+    printMemory();
+}
+
+void load(const fs::path& fmu, const fs::path& directory) {
+    const auto begin = Clock::now();
+    FmiToolsInstance* instance = fmiToolsLoadFmu(
+        platform::narrowPath(fmu).c_str(), platform::narrowPath(directory / "fmu").c_str(), "");
+    const double seconds = secondsSince(begin);
+    if (instance == nullptr) {
+        throw std::runtime_error("Cannot load " + platform::narrowPath(fmu));
+    }
+    printLoad(seconds);
+    fmiToolsCleanup(instance);
+}
+
+void unzipAndParse(const fs::path& fmu, const fs::path& directory) {
+    pugi::xml_document document;
+    const auto begin = Clock::now();
+    bench::unzip(fmu, directory);
+    const fs::path description = directory / "modelDescription.xml";
+    const auto result = document.load_file(description.c_str());
+    const double seconds = secondsSince(begin);
+    if (!result) {
+        throw std::runtime_error("Cannot parse the model description");
+    }
+    std::fprintf(stderr, "text   %.1f MB\n",
+                 static_cast<double>(fs::file_size(description)) * 1e-6);
+    printLoad(seconds);
+}
+
+void runLoop(const fs::path& fmu, const fs::path& directory, const char* loopName, long steps) {
     const bench::Workload workload = bench::openWorkload(fmu, directory / "unpacked");
-    const std::size_t memoryBefore = platform::peakMemory();
-    const auto beginOfLoad = Clock::now();
-    const auto loop = bench::makeStepLoop(loopName, workload, directory.path());
-    const double loadTime = secondsSince(beginOfLoad);
-    const auto beginOfSteps = Clock::now();
+    const auto loop = bench::makeStepLoop(loopName, workload, directory);
+    const auto begin = Clock::now();
     for (long step = 1; step <= steps; ++step) {
         loop->step(static_cast<double>(step) * 1e-3);
     }
-    const double stepTime = secondsSince(beginOfSteps);
-    std::fprintf(stderr, "load   %.3f ms\n", loadTime * 1e3);
-    std::fprintf(stderr, "steps  %.3f s, %.3f us each\n", stepTime,
-                 steps > 0 ? stepTime / static_cast<double>(steps) * 1e6 : 0.0);
-    std::fprintf(stderr, "memory %.1f MB at the peak, %.1f MB before the load\n",
-                 static_cast<double>(platform::peakMemory()) * 1e-6,
-                 static_cast<double>(memoryBefore) * 1e-6);
+    const double seconds = secondsSince(begin);
+    std::fprintf(stderr, "steps  %.3f s, %.3f us each\n", seconds,
+                 steps > 0 ? seconds / static_cast<double>(steps) * 1e6 : 0.0);
+    printMemory();
+}
+
+int run(int argc, char** argv) {
+    const test_support::TemporaryDirectory directory;
+    const std::string_view task = argc > 2 ? argv[2] : "";
+    if (argc == 3 && task == "load") {
+        load(platform::nativePath(argv[1]), directory.path());
+    } else if (argc == 3 && task == "unzip_and_parse") {
+        unzipAndParse(platform::nativePath(argv[1]), directory.path());
+    } else if (argc == 4) {
+        runLoop(platform::nativePath(argv[1]), directory.path(), argv[2], std::atol(argv[3]));
+    } else {
+        std::fprintf(stderr, "Usage: workload_run FMU runtime|plugin|limit|plain STEPS\n"
+                             "       workload_run FMU load|unzip_and_parse\n");
+        return 2;
+    }
+    return 0;
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        std::fprintf(stderr, "Usage: workload_run FMU runtime|plugin|limit|plain STEPS\n");
-        return 2;
-    }
     try {
-        run(platform::nativePath(argv[1]), argv[2], std::atol(argv[3]));
+        return run(argc, argv);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "workload_run: %s\n", error.what());
         return 1;
     }
-    return 0;
 }

@@ -302,8 +302,8 @@ const std::array<Reader::ChildRule, 4> Reader::structureChildren{{
 }};
 
 /// False when the document cannot be read; the reason has been logged.
-bool readDocument(const Log& log, FileText text, ModelDescription& description, bool checkNames) {
-    const XmlReport report(log, LineIndex(text.view()));
+bool readDocument(const XmlReport& report, FileText text, ModelDescription& description,
+                  bool checkNames) {
     pugi::xml_document document;
     char* bytes = text.bytes.get();
     const std::size_t size = text.size;
@@ -333,7 +333,7 @@ std::optional<ModelDescription> readModelDescription(const Log& log, const std::
         return std::nullopt;
     }
     ModelDescription description;
-    const bool read = readDocument(log, std::move(*text), description, checkNames);
+    const bool read = readDocument(XmlReport(log, path), std::move(*text), description, checkNames);
     return read ? std::optional(std::move(description)) : std::nullopt;
 }
 

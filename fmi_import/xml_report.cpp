@@ -9,21 +9,17 @@ namespace {
 /// Names every element below the one it is applied to.
 class NestedElements : public pugi::xml_tree_walker {
   public:
-    explicit NestedElements(const XmlReport& report, const LineIndex& lines)
-        : report_(report),
-          lines_(lines) {}
+    explicit NestedElements(const XmlReport& report) : report_(report) {}
 
     bool for_each(pugi::xml_node& node) override {
         if (node.type() == pugi::node_element) {
-            report_.warning("[Line:" + std::to_string(lines_.lineAt(node.offset_debug())) +
-                            "] Skipping nested XML element '" + node.name() + "'");
+            report_.skipNested(node);
         }
         return true;
     }
 
   private:
     const XmlReport& report_;
-    const LineIndex& lines_;
 };
 
 void reportUnknown(const XmlReport& report, pugi::xml_attribute attribute) {
@@ -40,23 +36,43 @@ void reportUnknown(const XmlReport& report, pugi::xml_attribute attribute) {
     }
 }
 
+/// Where `name` is among `names`, looked for from `first` on and round; their number when it is not
+/// there.
+std::size_t placeOf(const char* name, std::span<const char* const> names, std::size_t first) {
+    for (std::size_t tried = 0, at = first; tried < names.size(); ++tried) {
+        if (isSame(names[at], name)) {
+            return at;
+        }
+        at = at + 1 < names.size() ? at + 1 : 0;
+    }
+    return names.size();
+}
+
 } // namespace
 
 void XmlReport::progress(const char* element) const {
     log_.verbose(module::modelDescription, {"Parsing XML element ", element});
 }
 
+std::size_t XmlReport::lineAt(std::ptrdiff_t offset) const {
+    if (!lines_) {
+        const auto text = readFile(path_);
+        lines_.emplace(text ? text->view() : std::string_view());
+    }
+    return lines_->lineAt(offset);
+}
+
 std::string XmlReport::lineText(pugi::xml_node node) const {
-    return "[Line:" + std::to_string(lines_.lineAt(node.offset_debug())) + "] ";
+    return "[Line:" + std::to_string(lineAt(node.offset_debug())) + "] ";
 }
 
 void XmlReport::malformed(const XmlFault& fault) const {
-    const std::size_t line = lines_.lineAt(fault.offset);
+    const std::size_t line = lineAt(fault.offset);
     log_.fatal(module::modelDescription, {parseErrorText(line, fault.reason)});
 }
 
 void XmlReport::abort(pugi::xml_node node, std::string_view reason) const {
-    const std::size_t line = lines_.lineAt(node.offset_debug());
+    const std::size_t line = lineAt(node.offset_debug());
     log_.fatal(module::modelDescription, {reason});
     log_.fatal(module::modelDescription, {parseErrorText(line, "parsing aborted")});
     throw ParseAborted{};
@@ -77,8 +93,12 @@ void XmlReport::recoverFromValue(pugi::xml_node node, std::string_view kind,
 
 void XmlReport::skip(pugi::xml_node node, std::string_view reason) const {
     log_.error(module::modelDescription, {lineText(node), reason});
-    NestedElements nested(*this, lines_);
+    NestedElements nested(*this);
     node.traverse(nested);
+}
+
+void XmlReport::skipNested(pugi::xml_node node) const {
+    warning(lineText(node) + "Skipping nested XML element '" + node.name() + "'");
 }
 
 void XmlReport::skipUnknown(pugi::xml_node node) const {
@@ -99,15 +119,15 @@ void XmlReport::abortMissing(pugi::xml_node node, std::string_view element,
 
 void readAttributes(const XmlReport& report, pugi::xml_node node,
                     std::span<const char* const> names, std::span<const char*> values) {
+    std::size_t place = 0;
     for (auto attribute = node.first_attribute(); attribute;
          attribute = attribute.next_attribute()) {
-        const char* wanted = attribute.name();
-        const auto place =
-            std::ranges::find_if(names, [&](const char* name) { return isSame(name, wanted); });
-        if (place == names.end()) {
+        place = placeOf(attribute.name(), names, place);
+        if (place == names.size()) {
             reportUnknown(report, attribute);
+            place = 0;
         } else {
-            values[static_cast<std::size_t>(place - names.begin())] = attribute.value();
+            values[place] = attribute.value();
         }
     }
 }

@@ -4,7 +4,9 @@
 #include "fmi_import/xml_document.h"
 
 #include <cstring>
+#include <optional>
 #include <span>
+#include <string>
 
 namespace fmi_import {
 
@@ -14,7 +16,8 @@ struct ParseAborted {};
 /// Reports what is wrong in a model description, with the line it is in.
 class XmlReport {
   public:
-    XmlReport(const Log& log, LineIndex lines) : log_(log), lines_(std::move(lines)) {}
+    /// Reports on the document that was read from the file `path`.
+    XmlReport(const Log& log, std::string path) : log_(log), path_(std::move(path)) {}
 
     [[nodiscard]] const Log& log() const { return log_; }
 
@@ -41,6 +44,9 @@ class XmlReport {
     /// Leaves out an element: `reason` follows its line number. Elements inside it are named too.
     void skip(pugi::xml_node node, std::string_view reason) const;
 
+    /// Names an element inside one that is left out.
+    void skipNested(pugi::xml_node node) const;
+
     void skipUnknown(pugi::xml_node node) const;
 
     void skipMisplaced(pugi::xml_node node, std::string_view before) const;
@@ -50,14 +56,19 @@ class XmlReport {
                                    std::string_view attribute) const;
 
   private:
+    [[nodiscard]] std::size_t lineAt(std::ptrdiff_t offset) const;
     [[nodiscard]] std::string lineText(pugi::xml_node node) const;
 
     Log log_;
-    LineIndex lines_;
+    std::string path_;
+    /// Made of the file anew with the first report: parsing has changed the text in memory, and a
+    /// document without a fault need not pay for its lines.
+    mutable std::optional<LineIndex> lines_;
 };
 
 /// Puts the values of `node`'s attributes into `values`, at the places that their names have in
-/// `names`; those that are absent stay null. Attributes without a place are reported.
+/// `names`; those that are absent stay null. Attributes without a place are reported. Fastest where
+/// `names` has the order in which attributes are usually written.
 void readAttributes(const XmlReport& report, pugi::xml_node node,
                     std::span<const char* const> names, std::span<const char*> values);
 
