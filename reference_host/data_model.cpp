@@ -41,7 +41,7 @@ std::size_t ModelSetup::getNumberOfCoupledConditions() const {
 }
 
 CoupledCondition* ModelSetup::getCoupledCondition(std::size_t index) const {
-    return &state_.coupledConditions.at(index).object;
+    return &state_.coupledConditions.at(index)->object;
 }
 
 std::size_t ModelSetup::getNumberOfOutputResults() const {
@@ -49,5 +49,5 @@ std::size_t ModelSetup::getNumberOfOutputResults() const {
 }
 
 OutputResult* ModelSetup::getOutputResult(std::size_t index) const {
-    return &state_.outputResults.at(index).object;
+    return &state_.outputResults.at(index)->object;
 }

@@ -15,10 +15,11 @@
 #include "host/solver_settings.h"
 #include "reference_host/tuple_table.h"
 
-#include <deque>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 // What this host keeps behind the objects of host/. The objects themselves are only views of it.
 
@@ -80,9 +81,9 @@ struct OutputResult::State {
 };
 
 struct ModelSetup::State {
-    // Deques, so that adding one leaves the others where they are.
-    std::deque<reference_host::Owned<CoupledCondition>> coupledConditions;
-    std::deque<reference_host::Owned<OutputResult>> outputResults;
+    // Each by itself, so that adding one leaves the others where they are.
+    std::vector<std::unique_ptr<reference_host::Owned<CoupledCondition>>> coupledConditions;
+    std::vector<std::unique_ptr<reference_host::Owned<OutputResult>>> outputResults;
 };
 
 struct Parameters::State {

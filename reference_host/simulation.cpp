@@ -52,14 +52,16 @@ int Simulation::failureCode() const {
 }
 
 TupleArray<double>& Simulation::addCoupledCondition(const std::string& name, int size) {
-    auto& added = objects_->modelSetup().coupledConditions.emplace_back(name, name, size);
-    return added.state.result.state.values;
+    auto& added = objects_->modelSetup().coupledConditions.emplace_back(
+        std::make_unique<Owned<CoupledCondition>>(name, name, size));
+    return added->state.result.state.values;
 }
 
 TupleArray<double>& Simulation::addOutputResult(const std::string& name,
                                                 const std::string& quantity, int size) {
-    auto& added = objects_->modelSetup().outputResults.emplace_back(name, quantity, size);
-    return added.state.result.state.values;
+    auto& added = objects_->modelSetup().outputResults.emplace_back(
+        std::make_unique<Owned<OutputResult>>(name, quantity, size));
+    return added->state.result.state.values;
 }
 
 } // namespace reference_host

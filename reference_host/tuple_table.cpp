@@ -1,6 +1,5 @@
 #include "reference_host/tuple_table.h"
 
-#include <cstddef>
 #include <stdexcept>
 
 namespace reference_host {
@@ -28,13 +27,19 @@ double TupleTable::getValue(int tuple, int component) const {
 void TupleTable::setValue(int tuple, int component, double value) {
     const std::size_t row = checkedIndex(tuple);
     const std::size_t column = checkedIndex(component);
+    if (row >= tuples_.size() || column >= tuples_[row].size()) {
+        makeRoom(row, column);
+    }
+    tuples_[row][column] = value;
+}
+
+void TupleTable::makeRoom(std::size_t row, std::size_t column) {
     if (row >= tuples_.size()) {
         tuples_.resize(row + 1);
     }
     if (column >= tuples_[row].size()) {
         tuples_[row].resize(column + 1);
     }
-    tuples_[row][column] = value;
 }
 
 } // namespace reference_host

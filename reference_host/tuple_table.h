@@ -2,6 +2,7 @@
 
 #include "host/tuple_array.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace reference_host {
@@ -16,6 +17,8 @@ class TupleTable : public TupleArray<double> {
     void setValue(int tuple, int component, double value) override;
 
   private:
+    void makeRoom(std::size_t row, std::size_t column);
+
     std::vector<std::vector<double>> tuples_;
 };
 
