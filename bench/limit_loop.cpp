@@ -31,7 +31,7 @@ class LineWriter {
         : file_(platform::narrowPath(path).c_str()) {}
 
     void write(std::string_view text, double value) {
-        const std::time_t second = std::time(nullptr);
+        const std::time_t second = platform::currentTime();
         if (second != second_) {
             const std::size_t size = platform::formatLocalTime(second, &line_[1], timeCapacity);
             line_[size + 1] = ']';

@@ -108,7 +108,7 @@ const char* statusName(fmi2_status_t status) {
 } // namespace
 
 std::string_view TimeText::now() noexcept {
-    const std::time_t second = std::time(nullptr);
+    const std::time_t second = platform::currentTime();
     if (second != second_) {
         size_ = platform::formatLocalTime(second, text_.data(), text_.size());
         second_ = second;

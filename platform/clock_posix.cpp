@@ -2,6 +2,10 @@
 
 namespace platform {
 
+std::time_t currentTime() {
+    return std::time(nullptr);
+}
+
 std::size_t formatLocalTime(std::time_t time, char* text, std::size_t capacity) {
     std::tm local{};
     if (localtime_r(&time, &local) == nullptr) {
