@@ -70,14 +70,14 @@ std::unique_ptr<SolverCore> createCore() {
     }
 }
 
-std::string commandLineOf(const Solver& solver) {
+const Parameters& settingParameters(const Solver& solver) {
     const auto* settings = solver.getSolverSettings();
     const auto* parameters = settings == nullptr ? nullptr : settings->getSolverSettingParameters();
     if (parameters == nullptr) {
         throw std::runtime_error(
             "Unable to parse command line - command line arguments unavailable");
     }
-    return parameters->getStringParameter(commandLineParameter);
+    return *parameters;
 }
 
 } // namespace
@@ -100,12 +100,19 @@ void PluginFmiSolver::printBanner() {
 
 void PluginFmiSolver::parseCommandLine(ModelManager* modelManager) {
     setModelManager(modelManager);
-    const std::string commandLine = commandLineOf(*this);
-    int argc = 0;
-    char** argv = nullptr;
-    convertToArgcArgv(commandLine.c_str(), argc, argv);
-    debugPrintArgcArgv(argc, argv);
-    if (core_ == nullptr || core_->settings->parseArguments(argc, argv) < 0) {
+    const Parameters& parameters = settingParameters(*this);
+    bool parsed = false;
+    try {
+        const std::string commandLine = parameters.getStringParameter(commandLineParameter);
+        int argc = 0;
+        char** argv = nullptr;
+        convertToArgcArgv(commandLine.c_str(), argc, argv);
+        debugPrintArgcArgv(argc, argv);
+        parsed = core_ != nullptr && core_->settings->parseArguments(argc, argv) >= 0;
+    } catch (const std::bad_alloc&) {
+        parsed = false;
+    }
+    if (!parsed) {
         throw std::runtime_error("Unable to parse FMISolver command line");
     }
 }
