@@ -81,7 +81,8 @@ class Survey {
             result.push_back(currentEntry());
             if (result.size() > mostArchiveEntries) {
                 throw std::runtime_error("The archive has more than " +
-                                         std::to_string(mostArchiveEntries) + " entries");
+                                         std::to_string(mostArchiveEntries) +
+                                         " entries; pack the FMU without what it does not need");
             }
         }
         if (status != UNZ_END_OF_LIST_OF_FILE) {
@@ -112,10 +113,10 @@ class Survey {
     static void refuseHarmful(const std::string& name, const unz_file_info64& info) {
         constexpr uLong encrypted = 1;
         if (const auto fault = entryNameFault(nativeNameRules(), name)) {
-            throw EntryError(name, *fault);
+            throw EntryError(name, *fault + "; pack the FMU with plain names below its top folder");
         }
         if (const auto fault = entryKindFault(static_cast<std::uint32_t>(info.external_fa))) {
-            throw EntryError(name, *fault);
+            throw EntryError(name, *fault + "; pack the file itself");
         }
         if ((info.flag & encrypted) != 0) {
             throw EntryError(name, "it is encrypted; pack it without a password");
@@ -135,7 +136,8 @@ class Survey {
         }
         if (info.uncompressed_size > unpackedLeft_) {
             throw EntryError(name, "the archive unpacks to more than " +
-                                       std::to_string(largestUnpackedSize) + " bytes");
+                                       std::to_string(largestUnpackedSize) +
+                                       " bytes; pack the FMU without what it does not need");
         }
         packedLeft_ -= info.compressed_size;
         unpackedLeft_ -= info.uncompressed_size;
@@ -145,6 +147,10 @@ class Survey {
     std::uint64_t packedLeft_;
     std::uint64_t unpackedLeft_ = largestUnpackedSize;
 };
+
+std::string cannotBeWritten(const std::string& reason) {
+    return "it cannot be written: " + reason + "; make room and see that its folder may be written";
+}
 
 /// Writes entries below one directory and nowhere else.
 class Unpacker {
@@ -209,7 +215,7 @@ class Unpacker {
         int length = 0;
         while ((length = unzReadCurrentFile(archive_, block_.get(), blockSize)) > 0) {
             if (!file.write({block_.get(), static_cast<std::size_t>(length)})) {
-                return "it cannot be written: " + file.lastError();
+                return cannotBeWritten(file.lastError());
             }
             size -= static_cast<std::uint64_t>(length);
         }
@@ -225,7 +231,7 @@ class Unpacker {
     /// a directory as long as its files stay the same.
     void acceptIfUnchanged(const Entry& entry, const std::string& path, const std::string& reason) {
         if (!holds(path, entry)) {
-            throw EntryError(entry.name, "it cannot be written: " + reason);
+            throw EntryError(entry.name, cannotBeWritten(reason));
         }
     }
 

@@ -11,6 +11,7 @@
 #include "reference_host/cosim_host/recorder.h"
 #include "reference_host/cosim_host/road.h"
 #include "reference_host/cosim_host/run_driver.h"
+#include "reference_host/cosim_host/solver_files.h"
 #include "reference_host/cosim_host/summary.h"
 #include "reference_host/simulation.h"
 
@@ -105,14 +106,17 @@ int run(const LaunchOptions& options) {
 
     const program_support::InterruptGuard interrupts;
     program_support::ProgressBar progress(stderr, 0.0, options.plan.stopTime, !options.quiet);
-    const RunReport report =
-        RunDriver(*solver, simulation, *model, recorder, options.plan).run(progress);
+    const SolverFiles files =
+        solverFiles(options.workingDirectory, arguments.empty() ? "" : arguments.front());
+    RunPlan plan = options.plan;
+    plan.solverLog = files.log;
+    const RunReport report = RunDriver(*solver, simulation, *model, recorder, plan).run(progress);
     if (!options.plotFile.empty()) {
         program_support::plot(
             {options.outputFile, options.plotFile, columnsToPlot(options, recorder)});
     }
     if (!options.quiet) {
-        printSummary(options, report, recorder, arguments.empty() ? "" : arguments.front());
+        printSummary(options, report, recorder, files);
     }
     return exitStatus(report.outcome);
 }

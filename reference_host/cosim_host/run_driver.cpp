@@ -1,11 +1,13 @@
 #include "reference_host/cosim_host/run_driver.h"
 
+#include "platform/files.h"
 #include "program_support/interrupt.h"
 #include "program_support/number_text.h"
 
 #include <cmath>
 #include <cstdio>
 #include <exception>
+#include <system_error>
 
 namespace cosim_host {
 
@@ -115,9 +117,16 @@ bool RunDriver::acceptFailureCode(const char* operation) {
         return true;
     }
     reportedCode_ = code;
-    fail(operation, "the solver reported failure code " + std::to_string(code) +
-                        "; the end of its log says why, or the lines above before there is a log");
+    fail(operation,
+         "the solver reported failure code " + std::to_string(code) + "; " + placeOfReason());
     return plan_.keepGoing;
+}
+
+std::string RunDriver::placeOfReason() const {
+    std::error_code error;
+    return std::filesystem::exists(plan_.solverLog, error)
+               ? "the end of its log '" + platform::narrowPath(plan_.solverLog) + "' says why"
+               : "the lines above say why; try fmu_run --validate with the FMU";
 }
 
 bool RunDriver::fail(const char* operation, const std::string& problem) {

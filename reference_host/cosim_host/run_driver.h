@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -17,8 +18,9 @@ namespace cosim_host {
 struct RunPlan {
     double stepSize = 0.001;
     double stopTime = 16.0;
-    std::optional<double> timeout; ///< Of the clock, after which the run ends between two steps.
-    bool keepGoing = false;        ///< Go on after a failure code.
+    std::optional<double> timeout;   ///< Of the clock, after which the run ends between two steps.
+    bool keepGoing = false;          ///< Go on after a failure code.
+    std::filesystem::path solverLog; ///< Where the solver tells why it failed.
 };
 
 enum class RunOutcome { Completed, Failed, Interrupted };
@@ -58,6 +60,7 @@ class RunDriver {
     template <typename Call>
     bool perform(const char* operation, Call call);
     bool acceptFailureCode(const char* operation);
+    [[nodiscard]] std::string placeOfReason() const;
     bool fail(const char* operation, const std::string& problem);
     [[nodiscard]] bool mustStop(std::chrono::steady_clock::time_point begin) const;
 

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 
 namespace cosim_host {
@@ -69,22 +68,14 @@ void printFile(const char* what, const std::filesystem::path& file) {
     }
 }
 
-/// Where the solver writes: the environment overrides the working directory.
-std::filesystem::path outputDirectory(const LaunchOptions& options) {
-    const char* override = std::getenv("TEST_OUTPUT_PATH");
-    return platform::nativePath(override == nullptr ? options.workingDirectory : override);
-}
-
 } // namespace
 
 void printSummary(const LaunchOptions& options, const RunReport& report, const Recorder& recorder,
-                  const std::string& fmuPath) {
+                  const SolverFiles& files) {
     printSteps(options.plan, report);
     printExtremes(recorder);
-    const std::filesystem::path stem =
-        outputDirectory(options) / platform::nativePath(fmuPath).stem();
-    printFile("Log", std::filesystem::path(stem) += ".out");
-    printFile("Results", std::filesystem::path(stem) += ".csv");
+    printFile("Log", files.log);
+    printFile("Results", files.results);
     if (!options.outputFile.empty()) {
         printFile("Received", platform::nativePath(options.outputFile));
     }

@@ -178,7 +178,8 @@ TEST(Archive, WithUnsupportedMethodsOrTooManyEntriesIsRefused) {
     EXPECT_THAT(session.log, Contains(HasSubstr("compression method 12 is not supported")));
     writeArchive(file, std::vector<ArchiveEntry>(100'001, {"x", "", false}));
     EXPECT_EQ(session.unpack(file), fmi_version_unknown_enu);
-    EXPECT_THAT(session.log, Contains("1 FMIZIP The archive has more than 100000 entries"));
+    EXPECT_THAT(session.log,
+                Contains(HasSubstr("1 FMIZIP The archive has more than 100000 entries; ")));
     EXPECT_TRUE(fs::is_empty(session.directory()));
 }
 
