@@ -7,6 +7,7 @@
 #include "program_support/input_error.h"
 #include "program_support/plot_script.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -28,6 +29,16 @@ Curve curveOf(const std::string& header, std::size_t column) {
             header.substr(bracket + 1, header.size() - bracket - 2)};
 }
 
+/// The names of the first columns, for someone who looks for another.
+std::string someNames(const CsvTable& table) {
+    constexpr std::size_t most = 8;
+    std::string names;
+    for (std::size_t column = 1; column < std::min(table.names().size(), most + 1); ++column) {
+        names += (column > 1 ? ", " : "") + curveOf(table.names()[column], column).name;
+    }
+    return table.names().size() > most + 1 ? names + ", ..." : names;
+}
+
 Curve findCurve(const CsvTable& table, const std::string& name) {
     for (std::size_t column = 1; column < table.names().size(); ++column) {
         auto curve = curveOf(table.names()[column], column);
@@ -36,7 +47,7 @@ Curve findCurve(const CsvTable& table, const std::string& name) {
         }
     }
     throw InputError("the results '" + table.path() + "' have no column '" + name +
-                     "' to plot; choose others by --plot-columns");
+                     "' to plot; choose by --plot-columns from " + someNames(table));
 }
 
 void requireSomeNumber(const CsvTable& table, const Curve& curve) {

@@ -122,6 +122,8 @@ std::string layoutCommands(const CsvTable& table, const std::vector<Curve>& curv
     if (begin < end) {
         text += "set xrange [" + shortNumber(begin) + ":" + shortNumber(end) + "]\n";
     }
+    // Room above and below, so that no curve lies on the frame.
+    text += "set offsets graph 0, graph 0, graph 0.05, graph 0.05\n";
     return text + "set multiplot layout " + std::to_string(panelCount) + ",1\n";
 }
 
