@@ -97,7 +97,7 @@ void reportLog(const std::string& logFile, Findings& findings) {
         for (const std::string_view level :
              {"][Warning] ", "][Discard] ", "][Error] ", "][Fatal] "}) {
             if (line.find(level) != std::string::npos) {
-                findings.warning("the log says " + line);
+                findings.warning("the log says " + line + "; ask the FMU's maker what it means");
             }
         }
     }
