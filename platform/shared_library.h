@@ -8,11 +8,13 @@ namespace platform {
 class SharedLibrary {
   public:
     SharedLibrary() = default;
-    ~SharedLibrary();
-    SharedLibrary(SharedLibrary&& other) noexcept;
-    SharedLibrary& operator=(SharedLibrary&& other) noexcept;
+
+    ~SharedLibrary() { close(); }
+
     SharedLibrary(const SharedLibrary&) = delete;
     SharedLibrary& operator=(const SharedLibrary&) = delete;
+    SharedLibrary(SharedLibrary&&) = delete;
+    SharedLibrary& operator=(SharedLibrary&&) = delete;
 
     /// Loads `path`, an absolute path; libraries that it needs are also looked for beside it. False
     /// on failure, with the system's words in error().

@@ -115,6 +115,11 @@ TEST_F(CosimHost, GoesOnAfterAFailureCodeWhenTold) {
 
 TEST_F(CosimHost, RefusesBadInputWithOneLineThatNamesIt) {
     test_support::writeFile(directory / "text.csv", "time,F\n0,1\n1,much\n");
+    test_support::writeFile(directory / "wide.csv", "s,left,right\n0,0,0\n");
+    auto noSolver = std::filesystem::path(LIBRARY_DIRECTORY) / "libfmi_tools.so";
+    if (!std::filesystem::exists(noSolver)) {
+        noSolver = test_support::programPath("cosim_host").replace_filename("fmi_tools.dll");
+    }
     const std::vector<std::pair<Arguments, std::string>> cases = {
         {{}, "--command-line"},
         {{"--command-line", "x", "--step-size", "abc"}, "abc"},
@@ -127,7 +132,9 @@ TEST_F(CosimHost, RefusesBadInputWithOneLineThatNamesIt) {
         {{"--command-line", "x", "--input-file", "none.csv"}, "none.csv"},
         {{"--command-line", "x", "--input-file", "text.csv"}, "much"},
         {{"--command-line", "x", "--road", "none.csv"}, "none.csv"},
+        {{"--command-line", "x", "--road", "wide.csv"}, "wide.csv' has 3 columns"},
         {{"--command-line", "x", "--solver", "none.so"}, "none.so"},
+        {{"--command-line", "x", "--solver", narrow(noSolver)}, "is no solver library"},
         {{"--command-line", "x", "--output-file", "none/out.csv"}, "none/out.csv"},
     };
     for (const auto& [arguments, named] : cases) {
@@ -245,6 +252,19 @@ TEST_F(CosimHost, ExchangesVectorsInEveryWayTheSolverCan) {
     EXPECT_GT(std::abs(whole[1] - whole[0]), 100.0) << "the step in the road";
     EXPECT_EQ(loads(""), whole);
     EXPECT_EQ(loads("-noarrayinputs"), whole);
+}
+
+TEST_F(CosimHost, DrivesOverARoadFromAFile) {
+    test_support::writeFile(directory / "ramp.csv", "distance,height\n2,0\n12,0.05\n");
+    const ProgramResult result =
+        runTyre("-outputsarearrays", {"--road", "ramp.csv", "--speed", "10", "--stop-time", "1.5",
+                                      "--output-file", "received.csv"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    const CsvTable received = table("received.csv");
+    EXPECT_EQ(valueAt(received, 100, "road.height[m]"), 0.0);
+    EXPECT_NEAR(valueAt(received, 700, "road.height[m]"), 0.025, 1e-12);
+    EXPECT_EQ(valueAt(received, 1500, "road.height[m]"), 0.05);
+    EXPECT_NEAR(valueAt(received, 1200, "body.height[m]"), 0.05, 0.03);
 }
 
 TEST_F(CosimHost, ImposesAFileAndLooksAtTheOutputsAskedFor) {

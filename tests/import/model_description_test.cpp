@@ -96,6 +96,10 @@ TEST(ModelDescription, ThatCannotBeUsedGivesNoFmuAndAReason) {
          "1 FMI2XML Unknown display unit deg in real type definition"},
         {document("", "<TypeDefinitions><SimpleType name='t'/></TypeDefinitions>"),
          "1 FMI2XML No specific type given for type definition t"},
+        {document("", "<TypeDefinitions><SimpleType><Real/></SimpleType></TypeDefinitions>"),
+         "1 FMI2XML Parsing XML element 'SimpleType': required attribute 'name' not found"},
+        {document("", "<UnitDefinitions><Unit/></UnitDefinitions>"),
+         "1 FMI2XML Parsing XML element 'BaseUnit': required attribute 'name' not found"},
         {document("", "<LogCategories><Category/></LogCategories>"),
          "1 FMI2XML Parsing XML element 'Category': required attribute 'name' not found"},
     };
@@ -152,6 +156,15 @@ TEST(ModelDescription, OdditiesAreReportedAndLeftOut) {
          "attribute 'variableNamingConvention'='odd'"},
         {document(variable("v", 1, "", "<Integer min='abc'/>")), fmi2_fmu_kind_cs,
          "2 FMI2XML No variable type element for variable v. Assuming Real."},
+        {document(variable("v", 1, "causality='input' variability='discrete'",
+                           "<Boolean start='maybe'/>")),
+         fmi2_fmu_kind_cs,
+         "2 FMI2XML XML element 'Boolean': could not parse value for enumeration attribute "
+         "'start'='maybe'"},
+        {document("", "<UnitDefinitions><Odd/></UnitDefinitions>"), fmi2_fmu_kind_cs,
+         "2 FMI2XML [Line:3] Unknown element 'Odd' in XML, skipping"},
+        {document("", "<TypeDefinitions><Odd/></TypeDefinitions>"), fmi2_fmu_kind_cs,
+         "2 FMI2XML [Line:3] Unknown element 'Odd' in XML, skipping"},
         {document(variable("v", 1, "", "<Boolean min='1' start='true'/>")), fmi2_fmu_kind_cs,
          "3 FMI2XML Attribute 'min' not processed by element 'Boolean' handle"},
     };

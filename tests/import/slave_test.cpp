@@ -142,6 +142,52 @@ TEST(Slave, IdentifierMustNotLeadElsewhere) {
     }
 }
 
+TEST(Slave, EveryTypeIsReadAsItWasSetUntilTheReset) {
+    Session session;
+    ASSERT_EQ(session.load("scripted"), jm_status_success);
+    fmi2_import_t* fmu = session.fmu;
+    fmi2_import_instantiate(fmu, "one", fmi2_cosimulation, nullptr, fmi2_false);
+    EXPECT_STREQ(fmi2_import_get_types_platform(fmu), "default");
+    const fmi2_value_reference_t first = 0;
+    const fmi2_value_reference_t label = referenceOf(fmu, "label");
+    fmi2_boolean_t flag = fmi2_true;
+    fmi2_integer_t number = 7;
+    fmi2_string_t text = "text";
+    EXPECT_EQ(fmi2_import_set_boolean(fmu, &first, 1, &flag), fmi2_status_ok);
+    EXPECT_EQ(fmi2_import_set_integer(fmu, &first, 1, &number), fmi2_status_ok);
+    EXPECT_EQ(fmi2_import_set_string(fmu, &label, 1, &text), fmi2_status_ok);
+    flag = fmi2_false;
+    number = 0;
+    text = "";
+    EXPECT_EQ(fmi2_import_get_boolean(fmu, &first, 1, &flag), fmi2_status_ok);
+    EXPECT_EQ(fmi2_import_get_integer(fmu, &first, 1, &number), fmi2_status_ok);
+    EXPECT_EQ(fmi2_import_get_string(fmu, &label, 1, &text), fmi2_status_ok);
+    EXPECT_EQ(flag, fmi2_true);
+    EXPECT_EQ(number, 7);
+    EXPECT_STREQ(text, "text");
+    EXPECT_EQ(fmi2_import_reset(fmu), fmi2_status_ok);
+    EXPECT_EQ(fmi2_import_get_integer(fmu, &first, 1, &number), fmi2_status_ok);
+    EXPECT_NE(number, 7);
+    fmi2_import_free_instance(fmu);
+}
+
+TEST(Slave, WithoutTheFunctionsOfACapabilityDoesNotHaveIt) {
+    Session session;
+    session.unpack(test_support::fmuPath("scripted_missing_function"));
+    const fs::path file = session.directory() / "modelDescription.xml";
+    std::string description = test_support::readFile(file);
+    const std::string identifier = "modelIdentifier=";
+    description.insert(description.find(identifier),
+                       "canGetAndSetFMUstate='true' canSerializeFMUstate='true' "
+                       "providesDirectionalDerivative='true' ");
+    session.parse(description);
+    fmi2_import_create_dllfmu(session.fmu, fmi2_fmu_kind_cs, nullptr);
+    for (const char* flag :
+         {"canGetAndSetFMUstate", "canSerializeFMUstate", "providesDirectionalDerivatives"}) {
+        EXPECT_TRUE(session.hasLine(std::string("3 FMICAPI Resetting flag 'cs_") + flag + "'"));
+    }
+}
+
 TEST(Slave, CanBeUnpackedAgainWhileItIsLoaded) {
     Session first;
     ASSERT_EQ(first.load("scripted"), jm_status_success);
@@ -199,6 +245,9 @@ TEST(Helpers, DirectoriesAndUris) {
     std::free(second);
     const std::string missing = parent + "/missing";
     EXPECT_EQ(fmi_import_mk_temp_dir(&session.callbacks, missing.c_str(), nullptr), nullptr);
+    EXPECT_EQ(fmi_import_mk_temp_dir(&session.callbacks, parent.c_str(), "no/such"), nullptr);
+    EXPECT_EQ(session.log.back(), "1 JMPRT Could not create a unique temporary directory");
+    EXPECT_EQ(fmi_import_rmdir(&session.callbacks, nullptr), jm_status_error);
     char* uri = fmi_import_create_URL_from_abs_path(&session.callbacks, "/a b/%#/~x_-.");
     EXPECT_STREQ(uri, "file:///a%20b/%25%23/~x_-.");
     std::free(uri);

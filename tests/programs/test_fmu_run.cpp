@@ -390,6 +390,20 @@ TEST_F(FmuRun, LeavesNothingInTheTemporaryDirectory) {
     }
 }
 
+TEST_F(FmuRun, NamesADirectoryThatCannotBeMadeAndTheOptionForAnother) {
+    writeFile(directory_ / "file", "in the way");
+    const auto place = narrow(directory_ / "file" / "below");
+    const auto working = runScripted({"--working-directory", place});
+    EXPECT_EQ(working.exitStatus, 2);
+    EXPECT_TRUE(contains(working.error, place + "'; choose another by --working-directory"));
+    const auto temporary =
+        runScripted({}, {.environment = {{"TMPDIR", place}, {"TMP", place}, {"TEMP", place}}});
+    if (temporary.exitStatus != 0) { // Windows may know another.
+        EXPECT_EQ(temporary.exitStatus, 2);
+        EXPECT_TRUE(contains(temporary.error, "temporary directory")) << temporary.error;
+    }
+}
+
 TEST_F(FmuRun, ManualPageAndCompletionKnowTheOptionsOfHelp) {
     const auto help = run({"--help"});
     const auto page = run({"--man-page"});

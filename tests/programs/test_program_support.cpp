@@ -2,7 +2,9 @@
 #include "program_support/input_error.h"
 #include "program_support/interrupt.h"
 #include "program_support/number_text.h"
+#include "program_support/plot.h"
 #include "program_support/progress_bar.h"
+#include "support/environment.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -123,6 +125,36 @@ TEST_F(CsvTableTest, MissingFileAndDirectoryAreNamed) {
         } catch (const InputError& error) {
             EXPECT_NE(std::string(error.what()).find(test_support::narrow(file)),
                       std::string::npos);
+        }
+    }
+}
+
+TEST_F(CsvTableTest, PlotErrorsNameFileColumnAndRemedy) {
+    read("time,F[1][N],gone[m]\n0,1,nan\n1,2,nan\n");
+    const test_support::ScopedEnvironment noPrograms("PATH",
+                                                     test_support::narrow(directory_.path()));
+    const std::string image = test_support::narrow(directory_ / "image.svg");
+
+    struct Case {
+        std::string column;
+        std::string image;
+        std::string message;
+    };
+
+    const std::vector<Case> cases{
+        {"F[1]", "image.gif",
+         "cannot plot into 'image.gif'; give a name that ends in .svg or .png"},
+        {"force", image,
+         "have no column 'force' to plot; choose by --plot-columns from F[1], gone"},
+        {"gone", image, "has no finite number to plot"},
+        {"F[1]", image, "the program gnuplot is not there; install it"}};
+    for (const Case& wrong : cases) {
+        try {
+            plot({path(), wrong.image, {wrong.column}});
+            FAIL() << wrong.message;
+        } catch (const InputError& error) {
+            EXPECT_NE(std::string(error.what()).find(wrong.message), std::string::npos)
+                << error.what();
         }
     }
 }
