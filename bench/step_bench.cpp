@@ -210,7 +210,7 @@ int takeRounds(int& argc, char** argv) {
     int kept = 0;
     for (int i = 0; i < argc; ++i) {
         if (std::string_view(argv[i]).starts_with(option)) {
-            rounds = std::atoi(argv[i] + option.size());
+            rounds = static_cast<int>(std::strtol(argv[i] + option.size(), nullptr, 10));
         } else {
             argv[kept++] = argv[i];
         }

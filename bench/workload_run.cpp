@@ -84,7 +84,8 @@ int run(int argc, char** argv) {
     } else if (argc == 3 && task == "unzip_and_parse") {
         unzipAndParse(platform::nativePath(argv[1]), directory.path());
     } else if (argc == 4) {
-        runLoop(platform::nativePath(argv[1]), directory.path(), argv[2], std::atol(argv[3]));
+        runLoop(platform::nativePath(argv[1]), directory.path(), argv[2],
+                std::strtol(argv[3], nullptr, 10));
     } else {
         std::fprintf(stderr, "Usage: workload_run FMU runtime|plugin|limit|plain STEPS\n"
                              "       workload_run FMU load|unzip_and_parse\n");

@@ -101,12 +101,11 @@ char* fmi_import_create_URL_from_abs_path(jm_callbacks* cb, const char* absPath)
     });
 }
 
-char* fmi_import_get_model_description_path(const char* fmu_unzipped_path,
+char* fmi_import_get_model_description_path(const char* directory,
                                             jm_callbacks* callBackFunctions) {
     return guarded<char*>(nullptr, [&] {
-        return fmu_unzipped_path != nullptr
-                   ? handOut(Log(callBackFunctions),
-                             fmi_import::modelDescriptionPath(fmu_unzipped_path))
+        return directory != nullptr
+                   ? handOut(Log(callBackFunctions), fmi_import::modelDescriptionPath(directory))
                    : nullptr;
     });
 }

@@ -14,11 +14,13 @@
 #include <unordered_map>
 #include <vector>
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that the C interface has
 struct fmi2_xml_unit_t {
     const char* name;
 };
 
 /// A scalar variable (FMI 2.0 section 2.2.7), kept small: a model description may have 100,000.
+// NOLINTNEXTLINE(readability-identifier-naming): the name that the C interface has
 struct fmi2_xml_variable_t {
     const char* name;
     const char* description;

@@ -15,14 +15,14 @@ const bool isWindows = std::filesystem::path::preferred_separator == '\\';
 
 long factor() {
     const char* text = std::getenv("ENDURANCE_FACTOR");
-    return text != nullptr ? std::atol(text) : 1;
+    return text != nullptr ? std::strtol(text, nullptr, 10) : 1;
 }
 
-/// 0 where the system has no list of them.
+/// 0 on Windows, which has no list of them; the one that Wine shows has Wine's own, too.
 std::ptrdiff_t openFiles() {
-    std::error_code error;
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd", error),
-                         std::filesystem::directory_iterator());
+    return isWindows ? 0
+                     : std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                                     std::filesystem::directory_iterator());
 }
 
 /// Does `work` `count` times after a fifth of it as warm-up; neither memory nor files may pile up.
@@ -52,9 +52,15 @@ TEST(Endurance, OfLoadingRunningAndCleaningUp) {
     std::filesystem::permissions(script, std::filesystem::perms::owner_all);
     const long cycles = isWindows ? 20 : 200; // Wine takes its time to call the script.
     const std::string unpacked = narrow(directory / "unpacked");
+    const auto load = [&] {
+        return fmiToolsLoadFmu(narrow(fmuPath("scripted")).c_str(), unpacked.c_str(),
+                               narrow(directory / "").c_str());
+    };
+    // The C++ library that MinGW links into a DLL takes 72 KB when the DLL is loaded and never
+    // gives them back: there the FMU's stays loaded, and each cycle loads it once more.
+    FmiToolsInstance* keeper = isWindows ? load() : nullptr;
     expectConstantUse(cycles * factor(), [&](long) {
-        FmiToolsInstance* fmu = fmiToolsLoadFmu(narrow(fmuPath("scripted")).c_str(),
-                                                unpacked.c_str(), narrow(directory / "").c_str());
+        FmiToolsInstance* fmu = load();
         ASSERT_NE(fmu, nullptr);
         fmiToolsSetLogFile(fmu, narrow(directory / "run.out").c_str());
         fmiToolsSetResultsFile(fmu, narrow(directory / "run.csv").c_str());
@@ -64,6 +70,7 @@ TEST(Endurance, OfLoadingRunningAndCleaningUp) {
         }
         fmiToolsCleanup(fmu);
     });
+    fmiToolsCleanup(keeper);
     // What stays is the unpacked FMU, once.
     std::ptrdiff_t entries = std::distance(std::filesystem::directory_iterator(directory.path()),
                                            std::filesystem::directory_iterator());

@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
     fmiToolsSetResultsFile(fmu, (directory + "run.csv").c_str());
     platform::OutputFile progress((directory + "progress").c_str());
     bool fine = progress.isOpen() && fmiToolsInitialize(fmu) == 0;
-    const long steps = argc > 3 ? std::atol(argv[3]) : std::numeric_limits<long>::max();
+    const long steps =
+        argc > 3 ? std::strtol(argv[3], nullptr, 10) : std::numeric_limits<long>::max();
     for (long step = 1; step <= steps && fine; ++step) {
         fine = fmiToolsSimulateToT(fmu, static_cast<double>(step) * 1e-3) == 0 &&
                progress.write(std::to_string(step) + '\n');

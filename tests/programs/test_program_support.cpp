@@ -19,7 +19,7 @@ namespace {
 class CsvTableTest : public testing::Test {
   protected:
     CsvTable read(std::string_view content) {
-        test_support::writeFile(directory_ / "signals.csv", content);
+        test_support::writeFile(directory / "signals.csv", content);
         return CsvTable::read(path());
     }
 
@@ -32,9 +32,9 @@ class CsvTableTest : public testing::Test {
         return "no error";
     }
 
-    std::string path() const { return test_support::narrow(directory_ / "signals.csv"); }
+    std::string path() const { return test_support::narrow(directory / "signals.csv"); }
 
-    TemporaryDirectory directory_{std::filesystem::path(u8"Fahrbahn näher")};
+    TemporaryDirectory directory{std::filesystem::path(u8"Fahrbahn näher")};
 };
 
 } // namespace
@@ -118,7 +118,7 @@ TEST_F(CsvTableTest, TextWhereANumberIsNeeded) {
 }
 
 TEST_F(CsvTableTest, MissingFileAndDirectoryAreNamed) {
-    for (const auto& file : {directory_ / "missing.csv", directory_.path()}) {
+    for (const auto& file : {directory / "missing.csv", directory.path()}) {
         try {
             CsvTable::read(test_support::narrow(file));
             FAIL();
@@ -132,8 +132,8 @@ TEST_F(CsvTableTest, MissingFileAndDirectoryAreNamed) {
 TEST_F(CsvTableTest, PlotErrorsNameFileColumnAndRemedy) {
     read("time,F[1][N],gone[m]\n0,1,nan\n1,2,nan\n");
     const test_support::ScopedEnvironment noPrograms("PATH",
-                                                     test_support::narrow(directory_.path()));
-    const std::string image = test_support::narrow(directory_ / "image.svg");
+                                                     test_support::narrow(directory.path()));
+    const std::string image = test_support::narrow(directory / "image.svg");
 
     struct Case {
         std::string column;
