@@ -167,7 +167,7 @@ double secondsInOwnProcess(const fs::path& fmu, const std::string& task) {
     if (result.exitStatus != 0 || at == std::string::npos) {
         throw std::runtime_error("Cannot measure " + task + ": " + result.error);
     }
-    return std::atof(result.error.c_str() + at + label.size()) * 1e-3;
+    return std::strtod(result.error.c_str() + at + label.size(), nullptr) * 1e-3;
 }
 
 void addLoad(const std::string& name, const std::string& task) {
