@@ -67,3 +67,7 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
     release(memory);
 }
+
+void operator delete(void* memory, const std::nothrow_t& /*tag*/) noexcept {
+    release(memory);
+}
