@@ -7,7 +7,7 @@ namespace {
 
 /// The value as the parameters file takes it: a Boolean is written as a number there.
 std::string valueOf(const Variable& parameter) {
-    const auto text = parameter.start.value_or("");
+    std::string text = parameter.start.value_or("");
     if (parameter.type != VariableType::Boolean) {
         return text;
     }

@@ -66,6 +66,7 @@ ProgramResult runWithStreams(const std::filesystem::path& program,
     std::vector<std::string> texts{std::filesystem::absolute(program).string()};
     texts.insert(texts.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (auto& text : texts) {
         pointers.push_back(text.data());
     }
