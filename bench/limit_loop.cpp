@@ -60,6 +60,7 @@ struct LoggedVariable {
 
 std::vector<LoggedVariable> withTexts(const std::vector<Variable>& variables, const char* verb) {
     std::vector<LoggedVariable> logged;
+    logged.reserve(variables.size());
     for (const Variable& variable : variables) {
         logged.push_back({variable.reference,
                           std::string("[FMITools][None][OK] ") + verb + variable.name + '='});

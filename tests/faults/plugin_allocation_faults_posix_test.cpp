@@ -13,7 +13,7 @@
 
 /// Asked for by the leak checker of the sanitizers, which knows nothing of hasNoResultsFile().
 /// Whether anything else is left, the test counts.
-// NOLINTNEXTLINE(bugprone-reserved-identifier): the name is theirs
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming): theirs
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:solver_plugin::openFmu";
 }

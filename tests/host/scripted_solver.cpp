@@ -17,7 +17,14 @@ namespace {
 
 class ScriptedSolver : public Solver {
   public:
+    ScriptedSolver() = default;
+
     ~ScriptedSolver() override { std::puts("deleted"); }
+
+    ScriptedSolver(const ScriptedSolver&) = delete;
+    ScriptedSolver& operator=(const ScriptedSolver&) = delete;
+    ScriptedSolver(ScriptedSolver&&) = delete;
+    ScriptedSolver& operator=(ScriptedSolver&&) = delete;
 
     void printBanner() override { std::puts("printBanner"); }
 

@@ -32,7 +32,7 @@ std::string quotedTyre() {
 /// Runs cosim_host in a directory of its own.
 class CosimHost : public testing::Test {
   protected:
-    ProgramResult run(Arguments arguments, RunOptions options = {}) const {
+    ProgramResult run(const Arguments& arguments, RunOptions options = {}) const {
         options.workingDirectory = directory.path();
         return test_support::runProgram(test_support::programPath("cosim_host"), arguments,
                                         options);

@@ -23,6 +23,7 @@ TEST(ForeignText, IsCopiedUpToItsEndOrTheCapacity) {
 TEST(ForeignText, OfAWildPointerIsRefused) {
     std::array<char, 8> copy{};
     for (const std::uintptr_t address : {std::uintptr_t{1}, std::uintptr_t{0x1000}, UINTPTR_MAX}) {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): it has to lead nowhere
         const auto* wild = reinterpret_cast<const char*>(address);
         EXPECT_EQ(copyForeignText(wild, copy.data(), copy.size()), -1) << address;
     }

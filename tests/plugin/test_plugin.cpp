@@ -294,16 +294,16 @@ TEST(Parameters, OfAFileAreAppliedInTheOrderOfTheirNames) {
 TEST(Inputs, FollowOptionAndSize) {
     const struct {
         const char* option;
-        int size;
         const char* names;
+        int size;
         bool failed;
     } cases[] = {
-        {"", 1, "F", true},
-        {"", 3, "F[1] F[2] F[3]", false},
-        {"", 2, "F[1] F[2] F[3]", false},
-        {"", 6, "F[1] F[2] F[3]", false},
-        {"", 0, "F[1] F[2] F[3]", false},
-        {"-noarrayinputs", 3, "F", true},
+        {"", "F", 1, true},
+        {"", "F[1] F[2] F[3]", 3, false},
+        {"", "F[1] F[2] F[3]", 2, false},
+        {"", "F[1] F[2] F[3]", 6, false},
+        {"", "F[1] F[2] F[3]", 0, false},
+        {"-noarrayinputs", "F", 3, true},
     };
 
     for (const auto& expected : cases) {

@@ -23,13 +23,13 @@ using Arguments = std::vector<std::string>;
 class FmuRun : public testing::Test {
   protected:
     ProgramResult run(const Arguments& arguments, RunOptions options = {}) {
-        options.workingDirectory = directory_.path();
+        options.workingDirectory = directory.path();
         return runProgram(test_support::programPath("fmu_run"), arguments, options);
     }
 
     /// Simulates scripted.fmu with further arguments.
     ProgramResult runScripted(const Arguments& arguments, const RunOptions& options = {}) {
-        Arguments all{scripted_};
+        Arguments all{scripted};
         all.insert(all.end(), arguments.begin(), arguments.end());
         return run(all, options);
     }
@@ -37,7 +37,7 @@ class FmuRun : public testing::Test {
     /// A column of a results file by its header.
     std::vector<double> column(const std::string& header,
                                const std::string& file = "scripted.csv") {
-        const auto rows = lines(readFile(directory_ / file));
+        const auto rows = lines(readFile(directory / file));
         std::vector<double> values;
         std::size_t position = std::string::npos;
         for (const auto& row : rows) {
@@ -57,12 +57,12 @@ class FmuRun : public testing::Test {
         return values;
     }
 
-    bool exists(const std::string& file) { return std::filesystem::exists(directory_ / file); }
+    bool exists(const std::string& file) { return std::filesystem::exists(directory / file); }
 
-    std::string log() { return readFile(directory_ / "scripted.out"); }
+    std::string log() { return readFile(directory / "scripted.out"); }
 
-    test_support::TemporaryDirectory directory_;
-    std::string scripted_ = narrow(fmuPath("scripted"));
+    test_support::TemporaryDirectory directory;
+    std::string scripted = narrow(fmuPath("scripted"));
 };
 
 bool contains(const std::string& text, const std::string& part) {
@@ -102,7 +102,7 @@ TEST_F(FmuRun, TyreCarriesItsStaticLoad) {
 }
 
 TEST_F(FmuRun, ShockAbsorberResistsItsVelocity) {
-    writeFile(directory_ / "motion.csv", "time,displacement,velocity\n0,0,0.2\n0.1,0.02,0.2\n");
+    writeFile(directory / "motion.csv", "time,displacement,velocity\n0,0,0.2\n0.1,0.02,0.2\n");
     const auto result = run(
         {narrow(fmuPath("shock_absorber")), "--stop-time", "0.1", "--input-file", "motion.csv"});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
@@ -128,9 +128,9 @@ TEST_F(FmuRun, GridIsReachedExactlyWhateverTheInterval) {
 }
 
 TEST_F(FmuRun, InputsAreInterpolatedWhenContinuousAndHeldOtherwise) {
-    writeFile(directory_ / "in.csv", "t,u,\"F[1]\",gain,selector,active,label,mode\r\n"
-                                     "0,0,10,1,1,false,first,1\r\n"
-                                     "0.4,4,10,3,2,true,\"b, c\",3\r\n");
+    writeFile(directory / "in.csv", "t,u,\"F[1]\",gain,selector,active,label,mode\r\n"
+                                    "0,0,10,1,1,false,first,1\r\n"
+                                    "0.4,4,10,3,2,true,\"b, c\",3\r\n");
     const auto result =
         runScripted({"--input-file", "in.csv", "--stop-time", "0.6", "--output-interval", "0.2"});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
@@ -157,19 +157,19 @@ TEST_F(FmuRun, StartValuesOfEachTypeReachTheFmu) {
 }
 
 TEST_F(FmuRun, BadInputGetsOneLineAndStatusTwo) {
-    writeFile(directory_ / "no.fmu", "this is no archive");
-    writeFile(directory_ / "unknown.csv", "time,v\n0,1\n");
-    writeFile(directory_ / "output.csv", "time,y\n0,1\n");
-    writeFile(directory_ / "text.csv", "time,u\n0,1\n1,fast\n");
-    writeFile(directory_ / "integer.csv", "time,selector\n0,1.5\n");
-    writeFile(directory_ / "scripted.csv", "time,u\n0,1\n");
+    writeFile(directory / "no.fmu", "this is no archive");
+    writeFile(directory / "unknown.csv", "time,v\n0,1\n");
+    writeFile(directory / "output.csv", "time,y\n0,1\n");
+    writeFile(directory / "text.csv", "time,u\n0,1\n1,fast\n");
+    writeFile(directory / "integer.csv", "time,selector\n0,1.5\n");
+    writeFile(directory / "scripted.csv", "time,u\n0,1\n");
 
     struct Case {
         Arguments arguments;
         std::string message;
     };
 
-    const std::string& fmu = scripted_;
+    const std::string& fmu = scripted;
     const std::vector<Case> cases{
         {{}, "MODEL is required"},
         {{"missing.fmu"}, "there is no file 'missing.fmu'"},
@@ -201,7 +201,7 @@ TEST_F(FmuRun, BadInputGetsOneLineAndStatusTwo) {
         {{fmu, "--info", "--validate"}, "--info"},
         {{narrow(fmuPath("scripted_other_platform"))}, "it has no library for "},
         {{narrow(fmuPath("scripted_missing_function"))}, "its library does not load"}};
-    const auto input = readFile(directory_ / "scripted.csv");
+    const auto input = readFile(directory / "scripted.csv");
     for (const auto& [arguments, message] : cases) {
         const auto result = run(arguments);
         EXPECT_EQ(result.exitStatus, 2) << message;
@@ -209,7 +209,7 @@ TEST_F(FmuRun, BadInputGetsOneLineAndStatusTwo) {
         EXPECT_EQ(lines(result.error).size(), 1U) << result.error;
         EXPECT_EQ(result.output, "") << message;
     }
-    EXPECT_EQ(readFile(directory_ / "scripted.csv"), input);
+    EXPECT_EQ(readFile(directory / "scripted.csv"), input);
     EXPECT_FALSE(exists("scripted.out"));
 }
 
@@ -232,7 +232,7 @@ TEST_F(FmuRun, FailedFmuGetsStatusOneNamesTheLogAndKeepsItsRows) {
         EXPECT_EQ(result.exitStatus, 1) << script;
         EXPECT_TRUE(contains(result.error, message)) << result.error;
         EXPECT_TRUE(contains(result.error, "see the log 'scripted.out'")) << result.error;
-        EXPECT_EQ(lines(readFile(directory_ / "scripted.csv")).size(), rows + 1) << script;
+        EXPECT_EQ(lines(readFile(directory / "scripted.csv")).size(), rows + 1) << script;
         EXPECT_TRUE(contains(log(), "Closing plugin")) << script;
     }
 }
@@ -266,16 +266,16 @@ TEST_F(FmuRun, InterruptAndTimeoutEndBetweenTwoSteps) {
     if (!test_support::canInterrupt) {
         return;
     }
-    std::filesystem::remove(directory_ / "scripted.csv");
+    std::filesystem::remove(directory / "scripted.csv");
     const auto interrupted =
         runScripted(slow, {.interruptWhen = [this] {
-                        return lines(readFile(directory_ / "scripted.csv")).size() > 3;
+                        return lines(readFile(directory / "scripted.csv")).size() > 3;
                     }});
     EXPECT_EQ(interrupted.exitStatus, 130);
     EXPECT_FALSE(interrupted.crashed);
     EXPECT_TRUE(contains(interrupted.error, "interrupted at t = ")) << interrupted.error;
     EXPECT_TRUE(contains(log(), "Closing plugin"));
-    EXPECT_TRUE(readFile(directory_ / "scripted.csv").ends_with('\n'));
+    EXPECT_TRUE(readFile(directory / "scripted.csv").ends_with('\n'));
 }
 
 TEST_F(FmuRun, TableListsTheModelAndItsVariables) {
@@ -339,7 +339,7 @@ TEST_F(FmuRun, ParametersFileHoldsEveryParameterWithItsStartValue) {
 }
 
 TEST_F(FmuRun, ValidationCountsErrors) {
-    writeFile(directory_ / "no.fmu", "this is no archive");
+    writeFile(directory / "no.fmu", "this is no archive");
 
     struct Case {
         std::string model;
@@ -349,11 +349,11 @@ TEST_F(FmuRun, ValidationCountsErrors) {
     };
 
     const std::vector<Case> cases{
-        {scripted_, "", 0, "0 errors, 0 warnings"},
+        {scripted, "", 0, "0 errors, 0 warnings"},
         {narrow(fmuPath("tyre")), "", 0, "0 errors, 0 warnings"},
-        {scripted_, "exitInitializationMode=error", 1, "cannot be initialised"},
-        {scripted_, "doStep=discard", 1, "the first step, to t = 0.1 s, failed"},
-        {scripted_, "doStep=log warning logStatusWarning Too hot", 0, "][Warning] Too hot"},
+        {scripted, "exitInitializationMode=error", 1, "cannot be initialised"},
+        {scripted, "doStep=discard", 1, "the first step, to t = 0.1 s, failed"},
+        {scripted, "doStep=log warning logStatusWarning Too hot", 0, "][Warning] Too hot"},
         {narrow(fmuPath("scripted_other_platform")), "", 1, "export it for "},
         {narrow(fmuPath("scripted_lacks_library")), "", 1, "its library does not load: "},
         {"no.fmu", "", 1, "error: cannot use 'no.fmu'"}};
@@ -367,19 +367,19 @@ TEST_F(FmuRun, ValidationCountsErrors) {
 }
 
 TEST_F(FmuRun, BlanksAndOtherLettersInPaths) {
-    const std::filesystem::path folder = directory_ / std::filesystem::path(u8"Größe und Länge");
+    const std::filesystem::path folder = directory / std::filesystem::path(u8"Größe und Länge");
     std::filesystem::create_directory(folder);
     const auto model = folder / std::filesystem::path(u8"Reifen ä 1.fmu");
     std::filesystem::copy_file(fmuPath("scripted"), model);
     const auto unpacked = folder / "unpacked here";
     const auto result = run({narrow(model), "--working-directory", narrow(unpacked)});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
-    EXPECT_TRUE(std::filesystem::exists(directory_ / std::filesystem::path(u8"Reifen ä 1.csv")));
+    EXPECT_TRUE(std::filesystem::exists(directory / std::filesystem::path(u8"Reifen ä 1.csv")));
     EXPECT_TRUE(std::filesystem::exists(unpacked / "modelDescription.xml"));
 }
 
 TEST_F(FmuRun, LeavesNothingInTheTemporaryDirectory) {
-    const auto temporary = directory_ / "temporary";
+    const auto temporary = directory / "temporary";
     std::filesystem::create_directory(temporary);
     const auto place = narrow(temporary);
     const RunOptions options{.environment = {{"TMPDIR", place}, {"TMP", place}, {"TEMP", place}}};
@@ -391,8 +391,8 @@ TEST_F(FmuRun, LeavesNothingInTheTemporaryDirectory) {
 }
 
 TEST_F(FmuRun, NamesADirectoryThatCannotBeMadeAndTheOptionForAnother) {
-    writeFile(directory_ / "file", "in the way");
-    const auto place = narrow(directory_ / "file" / "below");
+    writeFile(directory / "file", "in the way");
+    const auto place = narrow(directory / "file" / "below");
     const auto working = runScripted({"--working-directory", place});
     EXPECT_EQ(working.exitStatus, 2);
     EXPECT_TRUE(contains(working.error, place + "'; choose another by --working-directory"));
@@ -426,7 +426,7 @@ TEST_F(FmuRun, PlotShowsTheChosenColumnsOrSaysWhatIsMissing) {
     const Arguments plot{"--plot", "it's.svg", "--plot-columns", "x,P[1]"};
     const auto drawn = runScripted(plot);
     if (drawn.exitStatus == 0) {
-        const auto picture = readFile(directory_ / "it's.svg");
+        const auto picture = readFile(directory / "it's.svg");
         for (const auto* text : {">x<", ">P[1]<", ">[Pa]<", ">[m]<", ">time [s]<"}) {
             EXPECT_TRUE(contains(picture, text)) << text;
         }
