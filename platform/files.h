@@ -1,9 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// Files and directories whose names are narrow texts in the code page of the process.
 namespace platform {
@@ -15,10 +15,15 @@ std::filesystem::path nativePath(std::string_view path);
 /// The reverse of nativePath().
 std::string narrowPath(const std::filesystem::path& path);
 
-/// The process's current directory; nothing when it cannot be told.
-std::optional<std::string> currentDirectory();
+/// Whether two absolute, normalised paths name one file where neither is there yet. On Windows the
+/// case of letters makes no difference.
+bool isSamePath(const std::filesystem::path& first, const std::filesystem::path& second);
 
-/// Makes `directory` and its missing parents. True when it is a directory afterwards.
-bool createDirectories(std::string_view directory);
+/// The process's current directory; `error` says why when it cannot be told.
+std::string currentDirectory(std::error_code& error);
+
+/// Makes `directory` and its missing parents. Answers why it is no directory afterwards, no error
+/// when it is one.
+std::error_code createDirectories(std::string_view directory);
 
 } // namespace platform

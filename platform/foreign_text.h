@@ -4,6 +4,10 @@
 
 namespace platform {
 
+/// False where compilers disagree on what a long double is: there the platform's C library takes it
+/// for a double, and so has to be taken what foreign code passes.
+extern const bool callersHaveLongDouble;
+
 /// Copies `size` bytes through the operating system, which answers false where a plain read of
 /// memory that is not there would end the process.
 bool readForeignMemory(const char* source, char* target, std::size_t size);

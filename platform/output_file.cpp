@@ -11,11 +11,13 @@ OutputFile::~OutputFile() {
 
 OutputFile::OutputFile(OutputFile&& other) noexcept
     : handle_(std::exchange(other.handle_, -1)),
-      error_(other.error_) {}
+      error_(other.error_),
+      isLimited_(other.isLimited_) {}
 
 OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
     std::swap(handle_, other.handle_);
     std::swap(error_, other.error_);
+    std::swap(isLimited_, other.isLimited_);
     return *this;
 }
 

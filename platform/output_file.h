@@ -32,11 +32,17 @@ class OutputFile {
     void close();
 
   private:
+    friend class HeldDirectory;
+
+    /// Takes over a handle of the system, or the reason why there is none.
+    OutputFile(std::intptr_t handle, int error) : handle_(handle), error_(error) {}
+
     /// Removes the last `size` bytes written.
     void takeBack(std::size_t size);
 
     std::intptr_t handle_ = -1;
     int error_ = 0;
+    bool isLimited_ = false; ///< The process may not write files of any size.
 };
 
 } // namespace platform

@@ -4,16 +4,22 @@
 
 namespace platform {
 
-const PathStyle windowsPaths{'\\', "/\\", 260};
-const PathStyle posixPaths{'/', "/", 4096};
+namespace {
 
+/// Position of the last separator in `path`, or npos.
 std::size_t lastSeparator(const PathStyle& style, std::string_view path) {
     return path.find_last_of(style.separators);
 }
 
+} // namespace
+
+const PathStyle windowsPaths{'\\', "/\\", 260};
+const PathStyle posixPaths{'/', "/", 4096};
+
 bool isAbsolute(const PathStyle& style, std::string_view path) {
     if (style.separator == '\\') {
-        return path.size() > 1 && path[1] == ':';
+        const bool isNetworkPath = path.find_first_not_of(style.separators) > 1 && path.size() > 1;
+        return isNetworkPath || (path.size() > 1 && path[1] == ':');
     }
     return path.starts_with('/');
 }

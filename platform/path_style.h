@@ -21,11 +21,8 @@ extern const PathStyle posixPaths;   ///< "/", 4096 characters.
 /// The style of the platform that this was compiled for.
 const PathStyle& nativePaths();
 
-/// Position of the last separator in `path`, or npos.
-std::size_t lastSeparator(const PathStyle& style, std::string_view path);
-
-/// True when `path` does not depend on the current directory: its second character is ":"
-/// (Windows), or its first is "/" (POSIX).
+/// True when `path` does not depend on the current directory: its second character is ":" or it
+/// begins with two separators, as network paths do (Windows), or its first is "/" (POSIX).
 bool isAbsolute(const PathStyle& style, std::string_view path);
 
 /// The text before the last separator, the whole text when there is none.

@@ -6,6 +6,8 @@
 
 namespace platform {
 
+const ProgramPlaces programPlaces{':', ""};
+
 std::optional<int> runProgram(const std::vector<std::string>& arguments) {
     std::vector<std::string> texts = arguments;
     std::vector<char*> pointers;
@@ -15,7 +17,7 @@ std::optional<int> runProgram(const std::vector<std::string>& arguments) {
     }
     pointers.push_back(nullptr);
     pid_t process = 0;
-    if (posix_spawnp(&process, pointers[0], nullptr, nullptr, pointers.data(), environ) != 0) {
+    if (posix_spawn(&process, pointers[0], nullptr, nullptr, pointers.data(), environ) != 0) {
         return std::nullopt;
     }
     int status = 0;

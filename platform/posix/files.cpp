@@ -1,4 +1,5 @@
 #include "platform/files.h"
+
 #include "platform/path_style.h"
 
 namespace platform {
@@ -13,6 +14,10 @@ std::filesystem::path nativePath(std::string_view path) {
 
 std::string narrowPath(const std::filesystem::path& path) {
     return path.string();
+}
+
+bool isSamePath(const std::filesystem::path& first, const std::filesystem::path& second) {
+    return first == second;
 }
 
 } // namespace platform

@@ -7,6 +7,8 @@
 
 namespace platform {
 
+const bool callersHaveLongDouble = true;
+
 // Where the kernel does not offer reading through it, the pointer has to be trusted.
 bool readForeignMemory(const char* source, char* target, std::size_t size) {
     iovec local{target, size};

@@ -1,10 +1,13 @@
 #include "platform/child_process.h"
-#include "platform/command_line_windows.h"
+
 #include "platform/files.h"
+#include "platform/windows/command_line.h"
 
 #include <windows.h>
 
 namespace platform {
+
+const ProgramPlaces programPlaces{';', ".exe"};
 
 namespace {
 
@@ -38,8 +41,10 @@ std::optional<int> runProgram(const std::vector<std::string>& arguments) {
     STARTUPINFOW info{};
     info.cb = sizeof info;
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, wideLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                        &info, &process)) {
+    // Named apart from the command line, the program is not searched for.
+    const std::wstring program = nativePath(arguments.front()).native();
+    if (!CreateProcessW(program.c_str(), wideLine.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                        nullptr, &info, &process)) {
         return std::nullopt;
     }
     WaitForSingleObject(process.hProcess, INFINITE);

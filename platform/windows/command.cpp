@@ -1,14 +1,19 @@
 #include "platform/command.h"
 
-#include <cstdlib>
+#include "platform/files.h"
+
+#include <windows.h>
 
 namespace platform {
 
 namespace {
 
-/// True when the command interpreter would take the word apart or read part of it as an operator.
-bool needsQuotes(const std::string& word) {
-    return word.find_first_of(" &()[]{}^=;!'+,`~%") != std::string::npos;
+/// The command interpreter by its system path: neither the environment nor a program of that name
+/// in the current directory has a say.
+std::wstring interpreterPath() {
+    std::wstring path(MAX_PATH, L'\0');
+    path.resize(GetSystemDirectoryW(path.data(), MAX_PATH));
+    return path + L"\\cmd.exe";
 }
 
 } // namespace
@@ -18,11 +23,19 @@ std::string_view scriptSuffix() {
 }
 
 void runScript(const std::string& program, const std::string& argument) {
-    // The interpreter strips the outermost pair of quotes when a command begins with one.
-    const std::string command = needsQuotes(program) ? "\"\"" + program + "\" " + argument + "\""
-                                                     : program + ' ' + argument;
-    const int status = std::system(command.c_str());
-    static_cast<void>(status); // The script's outcome is its own affair.
+    const std::wstring interpreter = interpreterPath();
+    std::wstring line =
+        L"cmd.exe /c " + nativePath(windowsScriptCommand(program, argument)).native();
+    STARTUPINFOW info{};
+    info.cb = sizeof info;
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(interpreter.c_str(), line.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                        nullptr, &info, &process)) {
+        return; // As without a script: its outcome is its own affair.
+    }
+    WaitForSingleObject(process.hProcess, INFINITE);
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
 }
 
 } // namespace platform

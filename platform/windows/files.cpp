@@ -1,4 +1,5 @@
 #include "platform/files.h"
+
 #include "platform/path_style.h"
 
 #include <windows.h>
@@ -25,6 +26,11 @@ std::string narrowPath(const std::filesystem::path& path) {
     std::string narrow(static_cast<std::size_t>(length), '\0');
     WideCharToMultiByte(CP_ACP, 0, wide.data(), size, narrow.data(), length, nullptr, nullptr);
     return narrow;
+}
+
+bool isSamePath(const std::filesystem::path& first, const std::filesystem::path& second) {
+    constexpr BOOL ignoreCase = TRUE;
+    return CompareStringOrdinal(first.c_str(), -1, second.c_str(), -1, ignoreCase) == CSTR_EQUAL;
 }
 
 } // namespace platform

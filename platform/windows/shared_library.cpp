@@ -1,6 +1,7 @@
-#include "platform/files.h"
-#include "platform/missing_import.h"
 #include "platform/shared_library.h"
+
+#include "platform/files.h"
+#include "platform/windows/missing_import.h"
 
 #include <system_error>
 #include <utility>
@@ -28,6 +29,14 @@ bool SharedLibrary::open(const std::string& path) {
         }
     }
     return isOpen();
+}
+
+std::string SharedLibrary::boundFile() const {
+    std::wstring path(32768, L'\0'); // The longest path that there can be.
+    const DWORD length = isOpen() ? GetModuleFileNameW(static_cast<HMODULE>(handle_), path.data(),
+                                                       static_cast<DWORD>(path.size()))
+                                  : 0;
+    return narrowPath(path.substr(0, length));
 }
 
 bool SharedLibrary::close() {

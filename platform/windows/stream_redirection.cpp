@@ -1,5 +1,6 @@
-#include "platform/files.h"
 #include "platform/stream_redirection.h"
+
+#include "platform/files.h"
 
 #include <fcntl.h>
 #include <io.h>
