@@ -1,9 +1,9 @@
 #include "fmi_import/context.h"
 
-#include "fmi_import/archive.h"
+#include "fmi_import/archive/archive.h"
 #include "fmi_import/c_border.h"
 #include "fmi_import/log.h"
-#include "fmi_import/version_detection.h"
+#include "fmi_import/model_description/version_detection.h"
 
 namespace {
 
@@ -30,6 +30,10 @@ fmi_version_enu_t unpackAndDetect(const Log& log, const char* fileName, const ch
     const fmi_version_enu_t version = fmi_import::detectVersion(log, dirName);
     log.info(module::library,
              {"XML specifies FMI standard version ", fmi_version_to_string(version)});
+    if (version != fmi_version_2_0_enu && version != fmi_version_unknown_enu) {
+        log.fatal(module::library, {"The FMU follows FMI ", fmi_version_to_string(version),
+                                    "; only FMI 2.0 can be loaded"});
+    }
     return version;
 }
 

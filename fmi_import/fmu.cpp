@@ -2,8 +2,8 @@
 
 #include "fmi_import/c_border.h"
 #include "fmi_import/context.h"
-#include "fmi_import/model_description_reader.h"
-#include "fmi_import/resource_uri.h"
+#include "fmi_import/model_description/model_description_reader.h"
+#include "fmi_import/slave/resource_uri.h"
 #include "platform/files.h"
 #include "platform/path_style.h"
 
@@ -11,6 +11,7 @@
 #include <cstring>
 #include <memory>
 #include <system_error>
+#include <utility>
 
 namespace {
 

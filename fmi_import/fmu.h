@@ -1,9 +1,9 @@
 #pragma once
 
 #include "FMI2/fmi2_import.h"
-#include "fmi_import/binary.h"
 #include "fmi_import/log.h"
-#include "fmi_import/model_description.h"
+#include "fmi_import/model_description/model_description.h"
+#include "fmi_import/slave/binary.h"
 
 #include <string>
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -23,6 +24,29 @@ void handOver(jm_callbacks* callbacks, const char* module, jm_log_level_enu_t le
 
 namespace fmi_import {
 
+const std::string_view Log::lineEnd = "\n";
+
+void hideControls(char* begin, const char* end, std::string_view kept) {
+    for (char* c = begin; c != end; ++c) {
+        const auto byte = static_cast<unsigned char>(*c);
+        const bool isControl = byte < ' ' || byte == 0x7F;
+        // Beyond ASCII there are 32 more, in UTF-8 two bytes each.
+        const auto next = static_cast<unsigned char>(c + 1 != end ? c[1] : 0);
+        const bool isWideControl = byte == 0xC2 && next >= 0x80 && next < 0xA0;
+        if (isWideControl) {
+            c[0] = '?';
+            *++c = '?';
+        } else if (isControl && kept.find(*c) == std::string_view::npos) {
+            *c = '?';
+        }
+    }
+}
+
+void reportParseError(const Log& log, const char* module, std::size_t line,
+                      std::string_view reason) {
+    log.fatal(module, {"Parse error at line ", std::to_string(line), ":", Log::lineEnd, reason});
+}
+
 void Log::write(jm_log_level_enu_t level, const char* module, Parts parts) const {
     if (level > callbacks_->log_level) {
         return;
@@ -31,7 +55,9 @@ void Log::write(jm_log_level_enu_t level, const char* module, Parts parts) const
     std::size_t room = JM_MAX_ERROR_MESSAGE_SIZE - 1;
     for (const std::string_view part : parts) {
         const std::size_t size = std::min(part.size(), room);
-        end = std::copy_n(part.data(), size, end);
+        char* const begin = end;
+        end = std::copy_n(part.data(), size, begin);
+        hideControls(begin, end, part.data() == lineEnd.data() ? lineEnd : std::string_view());
         room -= size;
     }
     *end = '\0';

@@ -2,6 +2,7 @@
 
 #include "JM/jm_callbacks.h"
 
+#include <cstddef>
 #include <initializer_list>
 #include <string_view>
 
@@ -22,12 +23,16 @@ class Log {
   public:
     using Parts = std::initializer_list<std::string_view>;
 
+    /// The one part whose control character is kept.
+    static const std::string_view lineEnd;
+
     /// Null means the default callbacks.
     explicit Log(jm_callbacks* callbacks)
         : callbacks_(callbacks != nullptr ? callbacks : jm_get_default_callbacks()) {}
 
     /// Joins `parts` in the callbacks' buffer and hands them to the logger, unless the level is
-    /// above the callbacks' own. Needs no memory.
+    /// above the callbacks' own. Needs no memory. Control characters, which a terminal may obey and
+    /// a text file takes for line ends, are shown as "?".
     void write(jm_log_level_enu_t level, const char* module, Parts parts) const;
 
     void fatal(const char* module, Parts parts) const { write(jm_log_level_fatal, module, parts); }
@@ -49,5 +54,12 @@ class Log {
   private:
     jm_callbacks* callbacks_;
 };
+
+/// Logs "Parse error at line <n>:" and on a line of its own the reason.
+void reportParseError(const Log& log, const char* module, std::size_t line,
+                      std::string_view reason);
+
+/// Writes "?" in place of the control characters between `begin` and `end`, except those in `kept`.
+void hideControls(char* begin, const char* end, std::string_view kept);
 
 } // namespace fmi_import

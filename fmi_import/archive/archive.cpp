@@ -1,16 +1,14 @@
-#include "fmi_import/archive.h"
+#include "fmi_import/archive/archive.h"
 
-#include "fmi_import/archive_entry_rules.h"
+#include "fmi_import/archive/archive_entry_rules.h"
+#include "fmi_import/archive/zip_reader.h"
 #include "platform/files.h"
-#include "platform/output_file.h"
+#include "platform/held_directory.h"
 #include "platform/path_style.h"
 
-#include <minizip/unzip.h>
-
-#include <fstream>
-#include <memory>
+#include <map>
 #include <stdexcept>
-#include <system_error>
+#include <utility>
 #include <vector>
 #include <zlib.h>
 
@@ -18,9 +16,10 @@ namespace fmi_import {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-constexpr std::size_t blockSize = std::size_t{256} * 1024;
+constexpr std::uint16_t stored = 0;
+constexpr std::uint16_t deflated = 8;
+constexpr const char* damagedDirectory =
+    "The directory of the archive is damaged; get the FMU anew";
 
 /// The text names the entry at fault.
 class EntryError : public std::runtime_error {
@@ -30,32 +29,16 @@ class EntryError : public std::runtime_error {
                              "' is refused: " + reason) {}
 };
 
-struct CloseArchive {
-    void operator()(unzFile archive) const { unzClose(archive); }
-};
-
-struct Archive {
-    std::unique_ptr<void, CloseArchive> handle;
-    std::uint64_t size = 0; ///< Bytes of the archive itself.
-};
-
 struct Entry {
     std::string name; ///< Relative, with forward slashes; ends in one for a directory.
-    std::uint64_t size;
-    std::uint32_t checksum;
-    unz64_file_pos position;
+    ZipEntry packed;
 };
 
-Archive openArchive(const std::string& fileName) {
-    std::error_code error;
-    return {std::unique_ptr<void, CloseArchive>(unzOpen64(fileName.c_str())),
-            fs::file_size(platform::nativePath(fileName), error)};
-}
-
 /// An FMU may be named without its ".zip".
-Archive findArchive(const std::string& fileName) {
-    Archive archive = openArchive(fileName);
-    return archive.handle ? std::move(archive) : openArchive(fileName + ".zip");
+ZipReader findArchive(const std::string& fileName) {
+    ZipReader archive(platform::nativePath(fileName));
+    return archive.isOpen() ? std::move(archive)
+                            : ZipReader(platform::nativePath(fileName + ".zip"));
 }
 
 NameRules nativeNameRules() {
@@ -65,87 +48,82 @@ NameRules nativeNameRules() {
 /// Reads the archive's directory and refuses what must not be unpacked.
 class Survey {
   public:
-    explicit Survey(const Archive& archive)
-        : archive_(archive.handle.get()),
-          packedLeft_(archive.size) {}
+    explicit Survey(ZipReader& archive) : archive_(archive), packedLeft_(archive.size()) {}
 
     std::vector<Entry> entries() {
-        unz_global_info64 global{};
-        unzGetGlobalInfo64(archive_, &global);
-        if (global.number_entry == 0) {
-            return {};
-        }
         std::vector<Entry> result;
-        int status = unzGoToFirstFile(archive_);
-        for (; status == UNZ_OK; status = unzGoToNextFile(archive_)) {
-            result.push_back(currentEntry());
+        while (auto packed = archive_.next()) {
+            result.push_back(checked(std::move(*packed)));
             if (result.size() > mostArchiveEntries) {
                 throw std::runtime_error("The archive has more than " +
                                          std::to_string(mostArchiveEntries) +
                                          " entries; pack the FMU without what it does not need");
             }
         }
-        if (status != UNZ_END_OF_LIST_OF_FILE) {
-            throw std::runtime_error("The directory of the archive is damaged; get the FMU anew");
+        if (!archive_.isComplete()) {
+            throw std::runtime_error(damagedDirectory);
         }
         return result;
     }
 
   private:
-    Entry currentEntry() {
-        unz_file_info64 info{};
-        std::string name(longestEntryName + 1, '\0');
-        if (unzGetCurrentFileInfo64(archive_, &info, name.data(), static_cast<uLong>(name.size()),
-                                    nullptr, 0, nullptr, 0) != UNZ_OK) {
-            throw std::runtime_error("The directory of the archive is damaged; get the FMU anew");
-        }
-        name.resize(std::min<std::size_t>(info.size_filename, name.size()));
-        refuseHarmful(name, info);
-        addUp(name, info);
-        Entry entry{withForwardSlashes(name),
-                    info.uncompressed_size,
-                    static_cast<std::uint32_t>(info.crc),
-                    {}};
-        unzGetFilePos64(archive_, &entry.position);
-        return entry;
+    Entry checked(ZipEntry packed) {
+        refuseHarmful(packed);
+        addUp(packed);
+        std::string name = nativeEntryName(nativeNameRules(), packed.name);
+        refuseCollision(packed.name, name);
+        return {std::move(name), std::move(packed)};
     }
 
-    static void refuseHarmful(const std::string& name, const unz_file_info64& info) {
-        constexpr uLong encrypted = 1;
-        if (const auto fault = entryNameFault(nativeNameRules(), name)) {
-            throw EntryError(name, *fault + "; pack the FMU with plain names below its top folder");
+    static void refuseHarmful(const ZipEntry& entry) {
+        constexpr unsigned encrypted = 1;
+        if (const auto fault = entryNameFault(nativeNameRules(), entry.name)) {
+            throw EntryError(entry.name,
+                             *fault + "; pack the FMU with plain names below its top folder");
         }
-        if (const auto fault = entryKindFault(static_cast<std::uint32_t>(info.external_fa))) {
-            throw EntryError(name, *fault + "; pack the file itself");
+        if (const auto fault = entryKindFault(entry.attributes)) {
+            throw EntryError(entry.name, *fault + "; pack the file itself");
         }
-        if ((info.flag & encrypted) != 0) {
-            throw EntryError(name, "it is encrypted; pack it without a password");
+        if ((entry.flags & encrypted) != 0) {
+            throw EntryError(entry.name, "it is encrypted; pack it without a password");
         }
-        if (info.compression_method != 0 && info.compression_method != Z_DEFLATED) {
-            throw EntryError(name, "its compression method " +
-                                       std::to_string(info.compression_method) +
-                                       " is not supported; pack it by deflate or store it");
+        if (entry.method != stored && entry.method != deflated) {
+            throw EntryError(entry.name, "its compression method " + std::to_string(entry.method) +
+                                             " is not supported; pack it by deflate or store it");
         }
     }
 
-    void addUp(const std::string& name, const unz_file_info64& info) {
-        if (info.compressed_size > packedLeft_) {
+    void addUp(const ZipEntry& entry) {
+        if (entry.packedSize > packedLeft_) {
             throw EntryError(
-                name,
+                entry.name,
                 "its data overlaps that of other entries or the archive's end; get the FMU anew");
         }
-        if (info.uncompressed_size > unpackedLeft_) {
-            throw EntryError(name, "the archive unpacks to more than " +
-                                       std::to_string(largestUnpackedSize) +
-                                       " bytes; pack the FMU without what it does not need");
+        if (entry.size > unpackedLeft_) {
+            throw EntryError(entry.name, "the archive unpacks to more than " +
+                                             std::to_string(largestUnpackedSize) +
+                                             " bytes; pack the FMU without what it does not need");
         }
-        packedLeft_ -= info.compressed_size;
-        unpackedLeft_ -= info.uncompressed_size;
+        packedLeft_ -= entry.packedSize;
+        unpackedLeft_ -= entry.size;
     }
 
-    unzFile archive_;
+    /// Of several entries of one name the last one wins, but names that only this platform takes
+    /// for one must not replace each other.
+    void refuseCollision(const std::string& packedName, const std::string& name) {
+        const bool isChanged = name != withForwardSlashes(packedName);
+        const auto [known, isNew] = names_.try_emplace(name, packedName);
+        if (!isNew && known->second != packedName && (isChanged || known->second != name)) {
+            throw EntryError(packedName, "here it would have the same name as '" +
+                                             presentableName(known->second) +
+                                             "'; pack only one of them");
+        }
+    }
+
+    ZipReader& archive_;
     std::uint64_t packedLeft_;
     std::uint64_t unpackedLeft_ = largestUnpackedSize;
+    std::map<std::string, std::string> names_; ///< As they will be here, to as they were packed.
 };
 
 std::string cannotBeWritten(const std::string& reason) {
@@ -155,117 +133,74 @@ std::string cannotBeWritten(const std::string& reason) {
 /// Writes entries below one directory and nowhere else.
 class Unpacker {
   public:
-    Unpacker(const Archive& archive, const std::string& directory)
-        : archive_(archive.handle.get()),
-          directory_(platform::withTrailingSeparator(platform::nativePaths(), directory)),
-          block_(std::make_unique<char[]>(blockSize)) {}
+    Unpacker(ZipReader& archive, platform::HeldDirectory& directory)
+        : archive_(archive),
+          directory_(directory) {}
 
     void unpack(const Entry& entry) {
-        const auto slash = entry.name.rfind('/');
-        if (slash != std::string::npos) {
-            makeFolder(entry, entry.name.substr(0, slash));
+        const std::size_t nameBegin = entry.name.rfind('/') + 1;
+        const std::string folder = entry.name.substr(0, nameBegin);
+        if (!directory_.enter(folder)) {
+            throw EntryError(entry.packed.name, "something is in the way of its folder '" + folder +
+                                                    "', which cannot be made; remove it or unpack "
+                                                    "elsewhere");
         }
-        if (slash != entry.name.size() - 1) {
-            unpackFile(entry);
+        if (nameBegin < entry.name.size()) {
+            unpackFile(entry.packed, entry.name.substr(nameBegin));
         }
     }
 
   private:
-    /// Goes down one folder at a time: a link that is there already could lead anywhere.
-    void makeFolder(const Entry& entry, const std::string& folder) {
-        if (folder == lastFolder_) {
-            return;
-        }
-        fs::path path = platform::nativePath(directory_);
-        for (const auto& component : platform::nativePath(folder)) {
-            path /= component;
-            std::error_code error;
-            fs::create_directory(path, error);
-            if (!fs::is_directory(fs::symlink_status(path, error))) {
-                throw EntryError(entry.name,
-                                 "'" + platform::narrowPath(path) +
-                                     "' is in the way or cannot be made a folder; remove it or "
-                                     "unpack elsewhere");
-            }
-        }
-        lastFolder_ = folder;
-    }
-
-    void unpackFile(const Entry& entry) {
-        unz64_file_pos position = entry.position;
-        if (unzGoToFilePos64(archive_, &position) != UNZ_OK ||
-            unzOpenCurrentFile(archive_) != UNZ_OK) {
+    /// A file that has the content already stays: it may be a library that several instances of
+    /// the FMU have loaded. Any other makes room for a new one: what is loaded keeps the old.
+    void unpackFile(const ZipEntry& entry, const std::string& name) {
+        if (!archive_.openData(entry)) {
             throw EntryError(entry.name, "its header is damaged; get the FMU anew");
         }
-        const std::string path = directory_ + entry.name;
-        // Replaced, not overwritten: the old file may be a link, or a library that is loaded.
-        std::error_code error;
-        fs::remove(platform::nativePath(path), error);
-        platform::OutputFile file(path.c_str());
+        if (holds(entry, name)) {
+            return;
+        }
+        platform::OutputFile file = directory_.create(name);
         if (!file.isOpen()) {
-            acceptIfUnchanged(entry, path, file.lastError());
-        } else if (const auto fault = copyTo(file, entry.size)) {
+            throw EntryError(entry.name, cannotBeWritten(file.lastError()));
+        }
+        bool isWritten = true;
+        const bool isIntact = archive_.read(entry, [&](std::string_view piece) {
+            isWritten = file.write(piece);
+            return isWritten;
+        });
+        if (!isIntact) {
             file.close();
-            fs::remove(platform::nativePath(path), error);
-            throw EntryError(entry.name, *fault);
+            directory_.remove(name);
+            throw EntryError(entry.name, isWritten ? "its data is damaged; get the FMU anew"
+                                                   : cannotBeWritten(file.lastError()));
         }
     }
 
-    std::optional<std::string> copyTo(platform::OutputFile& file, std::uint64_t size) {
-        int length = 0;
-        while ((length = unzReadCurrentFile(archive_, block_.get(), blockSize)) > 0) {
-            if (!file.write({block_.get(), static_cast<std::size_t>(length)})) {
-                return cannotBeWritten(file.lastError());
-            }
-            size -= static_cast<std::uint64_t>(length);
-        }
-        // The checksum is compared on closing, and only of an entry that was read to its end.
-        const bool intact = unzCloseCurrentFile(archive_) == UNZ_OK;
-        if (length < 0 || size != 0 || !intact) {
-            return "its data is damaged; get the FMU anew";
-        }
-        return std::nullopt;
-    }
-
-    /// Windows does not let go of a library that is loaded: several instances of one FMU may share
-    /// a directory as long as its files stay the same.
-    void acceptIfUnchanged(const Entry& entry, const std::string& path, const std::string& reason) {
-        if (!holds(path, entry)) {
-            throw EntryError(entry.name, cannotBeWritten(reason));
-        }
-    }
-
-    bool holds(const std::string& path, const Entry& entry) {
-        std::ifstream file(platform::nativePath(path), std::ios::binary);
+    bool holds(const ZipEntry& entry, const std::string& name) {
         std::uint64_t size = 0;
         uLong checksum = crc32(0, nullptr, 0);
-        while (file.read(block_.get(), blockSize) || file.gcount() > 0) {
-            const auto length = static_cast<uInt>(file.gcount());
-            checksum = crc32(checksum, reinterpret_cast<const Bytef*>(block_.get()), length);
-            size += length;
-        }
-        return size == entry.size && checksum == entry.checksum;
+        const bool isRead = directory_.read(name, [&](std::string_view piece) {
+            checksum = crc32(checksum, reinterpret_cast<const Bytef*>(piece.data()),
+                             static_cast<uInt>(piece.size()));
+            size += piece.size();
+            return size <= entry.size;
+        });
+        return isRead && size == entry.size && checksum == entry.checksum;
     }
 
-    unzFile archive_;
-    std::string directory_;
-    std::string lastFolder_;
-    std::unique_ptr<char[]> block_;
+    ZipReader& archive_;
+    platform::HeldDirectory& directory_;
 };
 
-/// A model description of an earlier FMU must not pass for that of an archive that has none.
-void removeStaleModelDescription(const std::string& directory) {
-    std::error_code error;
-    fs::remove(platform::nativePath(directory) / "modelDescription.xml", error);
-}
-
-bool unpackEntries(const Archive& archive, const std::string& directory) {
-    std::error_code error;
-    if (!archive.handle || !fs::is_directory(platform::nativePath(directory), error)) {
+bool unpackEntries(ZipReader archive, const std::string& directoryName) {
+    platform::HeldDirectory directory(directoryName);
+    if (!archive.isOpen() || !directory.isOpen()) {
         return false;
     }
     const std::vector<Entry> entries = Survey(archive).entries();
-    removeStaleModelDescription(directory);
+    // That of an earlier FMU must not pass for that of an archive that has none.
+    directory.remove("modelDescription.xml");
     Unpacker unpacker(archive, directory);
     for (const Entry& entry : entries) {
         unpacker.unpack(entry);

@@ -19,7 +19,7 @@ inline constexpr std::uint64_t largestUnpackedSize = std::uint64_t{16} << 30U;
 /// section 2.3).
 ///
 /// All entries are checked before the first byte is written. Files that are there already are
-/// replaced. False on failure, with an entry at fault named in the log.
+/// replaced by new ones, unless their content is the same. False on failure, with an entry at fault named in the log.
 bool unpackArchive(const Log& log, const std::string& fileName, const std::string& directory);
 
 } // namespace fmi_import

@@ -1,8 +1,9 @@
-#include "fmi_import/archive_entry_rules.h"
+#include "fmi_import/archive/archive_entry_rules.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <vector>
 
 namespace fmi_import {
 
@@ -25,6 +26,19 @@ std::string inCapitals(std::string_view text) {
     return result;
 }
 
+/// What is left of a part of a path where dots and blanks at its end are dropped.
+std::string_view withoutDroppedEnd(std::string_view component) {
+    return component.substr(0, component.find_last_not_of(". ") + 1);
+}
+
+bool isDeviceNumber(std::string_view text) {
+    // A superscript 1 to 3 counts, in UTF-8 and in the Latin code pages.
+    constexpr std::array<std::string_view, 6> superscripts{"\xc2\xb9", "\xc2\xb2", "\xc2\xb3",
+                                                           "\xb9",     "\xb2",     "\xb3"};
+    return (text.size() == 1 && text[0] >= '0' && text[0] <= '9') ||
+           std::ranges::find(superscripts, text) != superscripts.end();
+}
+
 /// Windows takes "NUL", "nul.txt" and "COM1 .dat" for devices, in every folder.
 bool isDeviceName(std::string_view component) {
     constexpr std::array<std::string_view, 6> devices{"CON", "PRN",    "AUX",
@@ -32,7 +46,7 @@ bool isDeviceName(std::string_view component) {
     std::string stem = inCapitals(component.substr(0, component.find('.')));
     stem.erase(stem.find_last_not_of(' ') + 1);
     const bool numbered = (stem.starts_with("COM") || stem.starts_with("LPT")) &&
-                          stem.size() == 4 && stem[3] >= '0' && stem[3] <= '9';
+                          isDeviceNumber(std::string_view(stem).substr(3));
     return numbered || std::ranges::find(devices, stem) != devices.end();
 }
 
@@ -40,8 +54,8 @@ std::optional<std::string> windowsComponentFault(std::string_view component) {
     if (component.find_first_of(":*?\"<>|") != std::string_view::npos) {
         return "it has a character that Windows does not allow in names";
     }
-    if (component != "." && (component.ends_with('.') || component.ends_with(' '))) {
-        return "a part of it ends in a dot or a blank, which Windows drops";
+    if (component != "." && withoutDroppedEnd(component).empty()) {
+        return "a part of it has only dots and blanks, which Windows drops";
     }
     if (isDeviceName(component)) {
         return "a part of it is the name of a device";
@@ -55,6 +69,27 @@ std::optional<std::string> componentFault(NameRules rules, std::string_view comp
     }
     return rules == NameRules::windows && !component.empty() ? windowsComponentFault(component)
                                                              : std::nullopt;
+}
+
+/// The parts of a path with forward slashes; a path that ends in one has an empty last part.
+std::vector<std::string_view> components(std::string_view path) {
+    std::vector<std::string_view> result;
+    for (std::size_t begin = 0; begin <= path.size();) {
+        const std::size_t end = std::min(path.find('/', begin), path.size());
+        result.push_back(path.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return result;
+}
+
+/// Clean-up scripts are looked for in a folder of this name, beside the models of a host.
+bool isInScriptFolder(std::string_view path) {
+    for (const std::string_view component : components(path)) {
+        if (!component.empty() && component != ".") {
+            return inCapitals(withoutDroppedEnd(component)) == "FMITOOLS";
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -73,14 +108,26 @@ std::optional<std::string> entryNameFault(NameRules rules, std::string_view name
         return "its path is absolute";
     }
     const std::string path = withForwardSlashes(name);
-    for (std::size_t begin = 0; begin <= path.size();) {
-        const std::size_t end = std::min(path.find('/', begin), path.size());
-        if (auto fault = componentFault(rules, std::string_view(path).substr(begin, end - begin))) {
+    if (isInScriptFolder(path)) {
+        return "the folder FMITools is for clean-up scripts of the user's own";
+    }
+    for (const std::string_view component : components(path)) {
+        if (auto fault = componentFault(rules, component)) {
             return fault;
         }
-        begin = end + 1;
     }
     return std::nullopt;
+}
+
+std::string nativeEntryName(NameRules rules, std::string_view name) {
+    const std::string path = withForwardSlashes(name);
+    std::string result;
+    for (const std::string_view component : components(path)) {
+        const bool isDropped = rules == NameRules::windows && component != ".";
+        result.append(result.empty() ? "" : "/");
+        result.append(isDropped ? withoutDroppedEnd(component) : component);
+    }
+    return result;
 }
 
 std::optional<std::string> entryKindFault(std::uint32_t externalAttributes) {

@@ -19,6 +19,10 @@ enum class NameRules { posix, windows };
 /// Why an entry of this name must not be unpacked; nothing when it may be.
 std::optional<std::string> entryNameFault(NameRules rules, std::string_view name);
 
+/// The name that an entry gets here, with forward slashes: Windows drops dots and blanks at the end
+/// of each part.
+std::string nativeEntryName(NameRules rules, std::string_view name);
+
 /// Why an entry with these file attributes (the Unix mode in the upper half) must not be unpacked:
 /// links, devices and the like. Nothing when it may be.
 std::optional<std::string> entryKindFault(std::uint32_t externalAttributes);

@@ -1,12 +1,12 @@
 #include "FMI/fmi_import_util.h"
 #include "fmi_import/c_border.h"
 #include "fmi_import/log.h"
-#include "fmi_import/resource_uri.h"
-#include "fmi_import/xml_document.h"
+#include "fmi_import/model_description/xml_document.h"
+#include "fmi_import/slave/resource_uri.h"
 #include "platform/files.h"
+#include "platform/temporary_directory.h"
 
 #include <cstring>
-#include <random>
 #include <system_error>
 
 namespace {
@@ -24,34 +24,6 @@ char* handOut(const Log& log, const std::string& text) {
                            : nullptr;
 }
 
-std::string randomLetters(std::size_t count) {
-    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
-    std::random_device device;
-    std::uniform_int_distribution<std::size_t> pick(0, letters.size() - 1);
-    std::string result;
-    while (result.size() < count) {
-        result += letters[pick(device)];
-    }
-    return result;
-}
-
-/// Makes a directory in `parent` whose name nothing had before; empty when that fails.
-fs::path makeUniqueDirectory(const fs::path& parent, const std::string& prefix) {
-    constexpr std::size_t letterCount = 6;
-    constexpr int attempts = 100;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        fs::path path = parent / platform::nativePath(prefix + randomLetters(letterCount));
-        std::error_code error;
-        if (fs::create_directory(path, error)) {
-            return path;
-        }
-        if (error) {
-            break;
-        }
-    }
-    return {};
-}
-
 char* makeTemporaryDirectory(const Log& log, const char* parentName, const char* prefix) {
     const fs::path parent =
         parentName != nullptr ? platform::nativePath(parentName) : fs::temp_directory_path();
@@ -61,8 +33,8 @@ char* makeTemporaryDirectory(const Log& log, const char* parentName, const char*
                   {"Could not change to the directory ", platform::narrowPath(parent)});
         return nullptr;
     }
-    const fs::path path =
-        makeUniqueDirectory(fs::canonical(parent), prefix != nullptr ? prefix : "fmil");
+    const fs::path path = platform::makeUniqueDirectory(fs::canonical(parent),
+                                                        prefix != nullptr ? prefix : "fmil", error);
     if (path.empty()) {
         log.fatal(module::directories, {"Could not create a unique temporary directory"});
         return nullptr;
@@ -84,8 +56,7 @@ jm_status_enu_t fmi_import_rmdir(jm_callbacks* cb, const char* dir) {
     return guarded(jm_status_error, [&] {
         const Log log(cb);
         log.verbose(module::directories, {"Removing ", dir});
-        std::error_code error;
-        fs::remove_all(platform::nativePath(dir), error);
+        const std::error_code error = platform::removeDirectory(platform::nativePath(dir));
         if (error) {
             log.error(module::directories, {"Error removing ", dir, " (", error.message(), ")"});
         }

@@ -8,6 +8,9 @@
  * - No function changes the process's current directory or locale, starts another program or ends
  *   the process.
  * - Handles are independent of each other; one handle is for one thread at a time.
+ *
+ * Everything is here that an application of FMI Library needs for a Co-Simulation FMU, whether the
+ * FMU runtime calls it or not: programs made for one library run with the other.
  */
 #ifndef FMILIB_H_
 #define FMILIB_H_

@@ -2,6 +2,7 @@
 #include "FMI2/fmi2_enums.h"
 
 #include <array>
+#include <cstddef>
 
 namespace {
 

@@ -3,15 +3,14 @@
 #include "FMI2/fmi2_enums.h"
 #include "FMI2/fmi2_import_unit.h"
 #include "FMI2/fmi2_types.h"
-#include "fmi_import/name_index.h"
-#include "fmi_import/xml_document.h"
+#include "fmi_import/model_description/name_index.h"
+#include "fmi_import/model_description/xml_document.h"
 
 #include <array>
 #include <cstdint>
-#include <deque>
-#include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name that the C interface has
@@ -48,29 +47,6 @@ struct fmi2_xml_variable_t {
 
 namespace fmi_import {
 
-/// Keeps texts of a document alive after its tree is gone. Nearly all of them lie in the bytes that
-/// the document was parsed in; what the parser had to convert is copied.
-class TextStore {
-  public:
-    TextStore() = default;
-
-    explicit TextStore(FileText text) : text_(std::move(text)) {}
-
-    /// `text`, at an address that lives as long as this store; "" for null.
-    const char* keep(const char* text) {
-        if (text == nullptr || *text == '\0') {
-            return "";
-        }
-        const bool inside = !std::less<>{}(text, text_.bytes.get()) &&
-                            std::less<>{}(text, text_.bytes.get() + text_.size);
-        return inside ? text : copies_.emplace_back(text).c_str();
-    }
-
-  private:
-    FileText text_;
-    std::deque<std::string> copies_;
-};
-
 /// Values of the default experiment (FMI 2.0 section 2.2.5), in the order in which they are read.
 enum ExperimentValue { startTime, stopTime, tolerance, stepSize };
 
@@ -89,7 +65,7 @@ struct Capabilities {
 
 /// What is kept of a model description (section 2.2).
 struct ModelDescription {
-    TextStore texts;
+    FileText text; ///< Where all names and texts lie.
     const char* modelName = "";
     const char* guid = "";
     const char* description = "";

@@ -1,10 +1,10 @@
-#include "fmi_import/model_description_reader.h"
+#include "fmi_import/model_description/model_description_reader.h"
 
-#include "fmi_import/number_text.h"
-#include "fmi_import/reference_order.h"
-#include "fmi_import/unit_reader.h"
-#include "fmi_import/variable_reader.h"
-#include "fmi_import/xml_report.h"
+#include "fmi_import/model_description/number_text.h"
+#include "fmi_import/model_description/reference_order.h"
+#include "fmi_import/model_description/unit_reader.h"
+#include "fmi_import/model_description/variable_reader.h"
+#include "fmi_import/model_description/xml_report.h"
 
 #include <algorithm>
 #include <cstring>
@@ -43,11 +43,7 @@ constexpr std::array interfaceAttributes{"modelIdentifier",
 
 constexpr std::array experimentAttributes{"startTime", "stopTime", "tolerance", "stepSize"};
 
-bool isNamed(pugi::xml_node node, const char* name) {
-    return isSame(node.name(), name);
-}
-
-/// Fills a ModelDescription from the tree of its document.
+/// Fills a ModelDescription from its document.
 class Reader {
   public:
     Reader(const XmlReport& report, ModelDescription& description, bool checkNames)
@@ -56,7 +52,7 @@ class Reader {
           units_(report, description),
           checkNames_(checkNames) {}
 
-    void read(pugi::xml_node root) {
+    void read(const XmlElement& root) {
         report_.progress("fmiModelDescription");
         if (readRoot(root)) {
             readChildren(root, rootChildren);
@@ -68,7 +64,7 @@ class Reader {
     struct ChildRule {
         const char* name;
         bool isAnnounced;
-        void (Reader::*read)(pugi::xml_node);
+        void (Reader::*read)(const XmlElement&);
     };
 
     /// Children of the root and of ModelStructure, in the order that section 2.2.1 and 2.2.8 have.
@@ -76,29 +72,34 @@ class Reader {
     static const std::array<ChildRule, 4> structureChildren;
 
     /// Reads children that may come once each and in this order only.
-    void readChildren(pugi::xml_node parent, std::span<const ChildRule> rules) {
+    void readChildren(const XmlElement& parent, std::span<const ChildRule> rules) {
         const ChildRule* last = nullptr;
-        for (const pugi::xml_node child : parent.children()) {
-            const auto rule = std::ranges::find_if(
-                rules, [&](const ChildRule& known) { return isNamed(child, known.name); });
-            if (child.type() != pugi::node_element) {
-                continue;
-            }
-            if (rule == rules.end()) {
+        for (XmlElement child; report_.xml().nextChild(parent, child);) {
+            const ChildRule* rule = ruleFor(child, rules);
+            if (rule == nullptr) {
                 report_.skipUnknown(child);
-            } else if (&*rule == last) {
+            } else if (rule == last) {
                 report_.skip(child, "Multiple instances of XML element '" +
-                                        std::string(child.name()) + "' are not allowed, skipping");
-            } else if (last != nullptr && &*rule < last) {
+                                        std::string(child.name) + "' are not allowed, skipping");
+            } else if (last != nullptr && rule < last) {
                 report_.skipMisplaced(child, last->name);
             } else {
-                last = &*rule;
+                last = rule;
                 readChild(child, *rule);
             }
         }
     }
 
-    void readChild(pugi::xml_node child, const ChildRule& rule) {
+    static const ChildRule* ruleFor(const XmlElement& child, std::span<const ChildRule> rules) {
+        for (const ChildRule& rule : rules) {
+            if (isSame(child.name, rule.name)) {
+                return &rule;
+            }
+        }
+        return nullptr;
+    }
+
+    void readChild(const XmlElement& child, const ChildRule& rule) {
         if (rule.isAnnounced) {
             report_.progress(rule.name);
         }
@@ -106,20 +107,20 @@ class Reader {
     }
 
     /// False when the rest of the document is not to be read.
-    bool readRoot(pugi::xml_node root) {
+    bool readRoot(const XmlElement& root) {
         std::array<const char*, rootAttributes.size()> values{};
         readAttributes(report_, root, rootAttributes, values);
         const auto& [fmiVersion, modelName, guid, description, tool, naming, author, version,
                      copyright, license, date, eventIndicators] = values;
         for (std::size_t required = 0; required < 3; ++required) {
             if (values[required] == nullptr) {
-                report_.abortMissing(root, root.name(), rootAttributes[required]);
+                report_.abortMissing(root, root.name, rootAttributes[required]);
             }
         }
-        description_.modelName = description_.texts.keep(modelName);
-        description_.guid = description_.texts.keep(guid);
-        description_.description = description_.texts.keep(description);
-        description_.generationTool = description_.texts.keep(tool);
+        description_.modelName = orEmpty(modelName);
+        description_.guid = orEmpty(guid);
+        description_.description = orEmpty(description);
+        description_.generationTool = orEmpty(tool);
         const std::string_view convention = naming != nullptr ? naming : "flat";
         if (convention != "flat" && convention != "structured") {
             report_.recoverFromValue(root, "enumeration", "variableNamingConvention", convention);
@@ -129,11 +130,11 @@ class Reader {
     }
 
     /// Reads what both interface elements have; the identifier.
-    const char* readInterface(pugi::xml_node element, Capabilities& capabilities) {
+    const char* readInterface(const XmlElement& element, Capabilities& capabilities) {
         std::array<const char*, interfaceAttributes.size()> values{};
         readAttributes(report_, element, interfaceAttributes, values);
         if (values.front() == nullptr) {
-            report_.abortMissing(element, element.name(), interfaceAttributes.front());
+            report_.abortMissing(element, element.name, interfaceAttributes.front());
         }
         if (!isCIdentifier(values.front())) {
             report_.recover(element, "Model identifier '" + std::string(values.front()) +
@@ -144,10 +145,10 @@ class Reader {
             flags[at] = readFlag(element, interfaceAttributes[at], values[at]);
         }
         capabilities = {flags[9], flags[10], flags[11]};
-        return description_.texts.keep(values.front());
+        return orEmpty(values.front());
     }
 
-    bool readFlag(pugi::xml_node element, const char* name, const char* text) {
+    bool readFlag(const XmlElement& element, const char* name, const char* text) {
         if (text == nullptr || std::strcmp(name, "maxOutputDerivativeOrder") == 0) {
             return false;
         }
@@ -158,32 +159,32 @@ class Reader {
         return value.value_or(false);
     }
 
-    void readModelExchange(pugi::xml_node element) {
+    void readModelExchange(const XmlElement& element) {
         Capabilities ignored;
         description_.modelExchangeIdentifier = readInterface(element, ignored);
         description_.kind |= fmi2_fmu_kind_me;
     }
 
-    void readCoSimulation(pugi::xml_node element) {
+    void readCoSimulation(const XmlElement& element) {
         description_.coSimulationIdentifier = readInterface(element, description_.capabilities);
         description_.kind |= fmi2_fmu_kind_cs;
     }
 
-    void readUnits(pugi::xml_node element) { units_.readUnits(element); }
+    void readUnits(const XmlElement& element) { units_.readUnits(element); }
 
-    void readTypes(pugi::xml_node element) { units_.readTypes(element); }
+    void readTypes(const XmlElement& element) { units_.readTypes(element); }
 
-    void readLogCategories(pugi::xml_node element) {
-        for (const pugi::xml_node category : element.children("Category")) {
-            if (!category.attribute("name")) {
-                report_.abortMissing(category, "Category", "name");
+    void readLogCategories(const XmlElement& element) {
+        for (XmlElement child; report_.xml().nextChild(element, child);) {
+            if (isSame(child.name, "Category") && child.attribute("name") == nullptr) {
+                report_.abortMissing(child, "Category", "name");
             }
         }
     }
 
     /// A value that cannot be read ends the reading of the element: it and those after it keep
     /// their defaults.
-    void readDefaultExperiment(pugi::xml_node element) {
+    void readDefaultExperiment(const XmlElement& element) {
         std::array<const char*, experimentAttributes.size()> values{};
         readAttributes(report_, element, experimentAttributes, values);
         DefaultExperiment& experiment = description_.defaultExperiment;
@@ -200,20 +201,18 @@ class Reader {
         }
     }
 
-    void ignore(pugi::xml_node) {}
+    void ignore(const XmlElement&) {}
 
-    void readVariables(pugi::xml_node element) {
-        const auto scalars = element.children("ScalarVariable");
-        count_ = static_cast<std::size_t>(std::distance(scalars.begin(), scalars.end()));
-        description_.variables.reserve(count_);
-        VariableReader reader(report_, description_, units_, count_);
-        for (const pugi::xml_node child : element.children()) {
-            if (isNamed(child, "ScalarVariable")) {
+    void readVariables(const XmlElement& element) {
+        VariableReader reader(report_, description_, units_);
+        for (XmlElement child; report_.xml().nextChild(element, child);) {
+            if (isSame(child.name, "ScalarVariable")) {
                 reader.read(child);
-            } else if (child.type() == pugi::node_element) {
+            } else {
                 report_.skipUnknown(child);
             }
         }
+        count_ = reader.finish();
         description_.hasVariableList = true;
         sortByReference(description_);
         if (description_.variables.size() > 1) {
@@ -223,42 +222,51 @@ class Reader {
         indexNames();
     }
 
+    /// Of variables that share a name the first is found by it.
     void indexNames() {
         const auto& variables = description_.variables;
         description_.names.reserve(variables.size());
         for (std::uint32_t at = 0; at < variables.size(); ++at) {
             const std::string_view name = variables[at].name;
-            if (checkNames_ && description_.find(name) != NameIndex::notFound) {
-                report_.error("Two variables with the same name " + std::string(name) +
-                              " found. This is not allowed.");
+            if (description_.find(name) == NameIndex::notFound) {
+                if (!description_.names.insert(name, at)) {
+                    report_.abort("The names of the variables were made up to slow down look-ups");
+                }
+            } else if (checkNames_) {
+                report_.error(
+                    {"Two variables with the same name ", name, " found. This is not allowed."});
             }
-            description_.names.insert(name, at);
         }
     }
 
-    void readStructure(pugi::xml_node element) {
+    void readStructure(const XmlElement& element) {
         hasStructure_ = true;
         readChildren(element, structureChildren);
     }
 
-    void readUnknowns(pugi::xml_node element) {
-        for (const pugi::xml_node unknown : element.children("Unknown")) {
-            const pugi::xml_attribute index = unknown.attribute("index");
-            if (!index) {
-                report_.abortMissing(unknown, "Unknown", "index");
-            }
-            const auto number = unsignedFromText(index.value());
-            if (!number || *number == 0 || *number > count_) {
-                report_.error("The index attribute must have a value between 1 and the number of "
-                              "model variables.");
-                report_.abort(unknown,
-                              "Model structure is not valid due to detected errors. Cannot "
-                              "continue.");
+    void readUnknowns(const XmlElement& element) {
+        for (XmlElement child; report_.xml().nextChild(element, child);) {
+            if (isSame(child.name, "Unknown")) {
+                checkUnknown(child);
             }
         }
     }
 
-    void finish(pugi::xml_node root) {
+    void checkUnknown(const XmlElement& unknown) {
+        const char* index = unknown.attribute("index");
+        if (index == nullptr) {
+            report_.abortMissing(unknown, "Unknown", "index");
+        }
+        const auto number = unsignedFromText(index);
+        if (!number || *number == 0 || *number > count_) {
+            report_.error({"The index attribute must have a value between 1 and the number of "
+                           "model variables."});
+            report_.abort(unknown, "Model structure is not valid due to detected errors. Cannot "
+                                   "continue.");
+        }
+    }
+
+    void finish(const XmlElement& root) {
         if (description_.kind == fmi2_fmu_kind_unknown) {
             report_.abort(root, "Neither ModelExchange nor CoSimulation element were parsed "
                                 "correctly. FMU kind not known.");
@@ -302,24 +310,21 @@ const std::array<Reader::ChildRule, 4> Reader::structureChildren{{
 }};
 
 /// False when the document cannot be read; the reason has been logged.
-bool readDocument(const XmlReport& report, FileText text, ModelDescription& description,
-                  bool checkNames) {
-    pugi::xml_document document;
-    char* bytes = text.bytes.get();
-    const std::size_t size = text.size;
-    description.texts = TextStore(std::move(text));
-    const auto result = document.load_buffer_inplace(bytes, size);
-    const XmlFault fault = faultOf(document, result, size);
-    if (!fault.reason.empty()) {
-        report.malformed(fault);
-        return false;
-    }
+bool readDocument(const Log& log, FileText bytes, ModelDescription& description, bool checkNames) {
     try {
-        Reader(report, description, checkNames).read(rootElement(document));
+        FileText text = asUtf8(std::move(bytes), true);
+        XmlReader xml(text);
+        description.text = std::move(text);
+        const XmlReport report(log, xml);
+        Reader(report, description, checkNames).read(xml.root());
+        xml.finish();
+        return true;
+    } catch (const XmlFault& fault) {
+        reportParseError(log, module::modelDescription, fault.line, fault.reason);
     } catch (const ParseAborted&) {
-        return false;
+        // What there was to say has been logged.
     }
-    return true;
+    return false;
 }
 
 } // namespace
@@ -333,7 +338,7 @@ std::optional<ModelDescription> readModelDescription(const Log& log, const std::
         return std::nullopt;
     }
     ModelDescription description;
-    const bool read = readDocument(XmlReport(log, path), std::move(*text), description, checkNames);
+    const bool read = readDocument(log, std::move(*text), description, checkNames);
     return read ? std::optional(std::move(description)) : std::nullopt;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fmi_import/log.h"
-#include "fmi_import/model_description.h"
+#include "fmi_import/model_description/model_description.h"
 
 #include <optional>
 #include <string>

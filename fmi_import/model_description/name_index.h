@@ -18,7 +18,7 @@ class NameIndex {
 
     /// The position stored for a name that hashes as `name` and for which `isAt(position)` holds,
     /// or notFound.
-    template <class IsAt>
+    template <typename IsAt>
     [[nodiscard]] std::uint32_t find(std::string_view name, IsAt&& isAt) const {
         if (slots_.empty()) {
             return notFound;
@@ -33,8 +33,10 @@ class NameIndex {
         return notFound;
     }
 
-    /// Stores `position` for `name`; reserve() has made room for it.
-    void insert(std::string_view name, std::uint32_t position);
+    /// Stores `position` for `name`, which is not there yet; reserve() has made room for it. False
+    /// when so many names hash alike that look-ups would become slow: names that were made up for
+    /// that.
+    [[nodiscard]] bool insert(std::string_view name, std::uint32_t position);
 
   private:
     struct Slot {

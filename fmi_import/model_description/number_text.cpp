@@ -1,8 +1,9 @@
-#include "fmi_import/number_text.h"
+#include "fmi_import/model_description/number_text.h"
 
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <system_error>
 
 namespace fmi_import {
 
@@ -16,7 +17,7 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
     return text;
 }
 
-template <class Number>
+template <typename Number>
 std::from_chars_result readNumber(std::string_view text, Number& number) {
     return std::from_chars(text.data(), text.data() + text.size(), number);
 }

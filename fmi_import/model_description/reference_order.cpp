@@ -1,8 +1,9 @@
-#include "fmi_import/reference_order.h"
+#include "fmi_import/model_description/reference_order.h"
 
 #include <algorithm>
 #include <numeric>
 #include <tuple>
+#include <utility>
 
 namespace fmi_import {
 
@@ -67,23 +68,22 @@ class AliasSets {
   private:
     /// Marks `alias` as alias; false when it cannot share a value with `base`.
     bool mark(const Variable& base, Variable& alias) const {
-        const std::string names = std::string(base.name) + " and " + alias.name;
         if (isConstant(base) != isConstant(alias)) {
-            report_.error("Only constants can be aliases with constants (variables: " + names +
-                          ")");
+            report_.error({"Only constants can be aliases with constants (variables: ", base.name,
+                           " and ", alias.name, ")"});
             return false;
         }
         if (!isConstant(base) && base.hasStart && alias.hasStart) {
-            report_.error("Only one variable among non constant aliases is allowed to have start "
-                          "attribute (variables: " +
-                          names + ") " + std::to_string(base.variability) + ", " +
-                          std::to_string(alias.variability) + ", const enum value: 0");
+            report_.error({"Only one variable among non constant aliases is allowed to have start "
+                           "attribute (variables: ",
+                           base.name, " and ", alias.name, ") ", std::to_string(base.variability),
+                           ", ", std::to_string(alias.variability), ", const enum value: 0"});
             return false;
         }
         report_.log().verbose(module::modelDescription,
-                              {"Variables ", names, " reference the same vr ",
-                               std::to_string(alias.valueReference), ". Marking '", alias.name,
-                               "' as alias."});
+                              {"Variables ", base.name, " and ", alias.name,
+                               " reference the same vr ", std::to_string(alias.valueReference),
+                               ". Marking '", alias.name, "' as alias."});
         alias.isAlias = true;
         return true;
     }
@@ -92,8 +92,7 @@ class AliasSets {
         for (const std::uint32_t position : positions) {
             const Variable& variable = description_.variables[position];
             if (variable.type() == type) {
-                report_.error("Removing incorrect alias variable '" + std::string(variable.name) +
-                              "'");
+                report_.error({"Removing incorrect alias variable '", variable.name, "'"});
                 removed_.push_back(position);
             }
         }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fmi_import/model_description.h"
-#include "fmi_import/xml_report.h"
+#include "fmi_import/model_description/model_description.h"
+#include "fmi_import/model_description/xml_report.h"
 
 #include <cstdint>
 #include <span>

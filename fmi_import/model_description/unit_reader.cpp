@@ -1,15 +1,6 @@
-#include "fmi_import/unit_reader.h"
+#include "fmi_import/model_description/unit_reader.h"
 
 namespace fmi_import {
-
-namespace {
-
-pugi::xml_node typeChild(pugi::xml_node element) {
-    return element.find_child(
-        [](pugi::xml_node child) { return baseTypeFromElement(child.name()).has_value(); });
-}
-
-} // namespace
 
 std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name) {
     for (int type = fmi2_base_type_real; type <= fmi2_base_type_enum; ++type) {
@@ -20,55 +11,63 @@ std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name) {
     return std::nullopt;
 }
 
-void UnitReader::readUnits(pugi::xml_node element) {
-    for (const pugi::xml_node child : element.children()) {
-        if (std::string_view(child.name()) == "Unit") {
+void UnitReader::readUnits(const XmlElement& element) {
+    for (XmlElement child; report_.xml().nextChild(element, child);) {
+        if (isSame(child.name, "Unit")) {
             readUnit(child);
-        } else if (child.type() == pugi::node_element) {
+        } else {
             report_.skipUnknown(child);
         }
     }
 }
 
-void UnitReader::readUnit(pugi::xml_node element) {
-    const pugi::xml_attribute name = element.attribute("name");
-    if (!name) {
+void UnitReader::readUnit(const XmlElement& element) {
+    const char* name = element.attribute("name");
+    if (name == nullptr) {
         report_.abortMissing(element, "BaseUnit", "name");
     }
-    unit(name.value());
-    for (const pugi::xml_node display : element.children("DisplayUnit")) {
-        displayUnits_.insert(display.attribute("name").value());
+    unit(name);
+    for (XmlElement child; report_.xml().nextChild(element, child);) {
+        if (isSame(child.name, "DisplayUnit")) {
+            displayUnits_.insert(orEmpty(child.attribute("name")));
+        }
     }
 }
 
-void UnitReader::readTypes(pugi::xml_node element) {
-    for (const pugi::xml_node child : element.children()) {
-        if (std::string_view(child.name()) == "SimpleType") {
+void UnitReader::readTypes(const XmlElement& element) {
+    for (XmlElement child; report_.xml().nextChild(element, child);) {
+        if (isSame(child.name, "SimpleType")) {
             readType(child);
-        } else if (child.type() == pugi::node_element) {
+        } else {
             report_.skipUnknown(child);
         }
     }
 }
 
-void UnitReader::readType(pugi::xml_node element) {
-    const pugi::xml_attribute name = element.attribute("name");
-    if (!name) {
+void UnitReader::readType(const XmlElement& element) {
+    const char* name = element.attribute("name");
+    if (name == nullptr) {
         report_.abortMissing(element, "SimpleType", "name");
     }
-    const pugi::xml_node type = typeChild(element);
+    std::optional<DeclaredType> type;
+    for (XmlElement child; report_.xml().nextChild(element, child);) {
+        const auto baseType = baseTypeFromElement(child.name);
+        if (baseType && !type) {
+            type = readDeclaredType(child, *baseType);
+        }
+    }
     if (!type) {
-        report_.abort(element,
-                      "No specific type given for type definition " + std::string(name.value()));
+        report_.abort(element, "No specific type given for type definition " + std::string(name));
     }
-    const auto baseType = *baseTypeFromElement(type.name());
-    const bool isReal = baseType == fmi2_base_type_real;
-    if (isReal && type.attribute("displayUnit")) {
-        checkDisplayUnit(type, type.attribute("displayUnit").value());
+    types_.try_emplace(name, *type);
+}
+
+DeclaredType UnitReader::readDeclaredType(const XmlElement& element, fmi2_base_type_enu_t type) {
+    if (type != fmi2_base_type_real) {
+        return {type, nullptr};
     }
-    types_.try_emplace(
-        name.value(),
-        DeclaredType{baseType, isReal ? unit(type.attribute("unit").value()) : nullptr});
+    checkDisplayUnit(element, element.attribute("displayUnit"));
+    return {type, unit(element.attribute("unit"))};
 }
 
 fmi2_import_unit_t* UnitReader::unit(const char* name) {
@@ -79,8 +78,7 @@ fmi2_import_unit_t* UnitReader::unit(const char* name) {
     if (known != description_.units.end()) {
         return &known->second;
     }
-    const char* kept = description_.texts.keep(name);
-    return &description_.units.try_emplace(kept, fmi2_xml_unit_t{kept}).first->second;
+    return &description_.units.try_emplace(name, fmi2_xml_unit_t{name}).first->second;
 }
 
 const DeclaredType* UnitReader::declaredType(const char* name, fmi2_base_type_enu_t type) const {
@@ -89,19 +87,17 @@ const DeclaredType* UnitReader::declaredType(const char* name, fmi2_base_type_en
     }
     const auto found = types_.find(name);
     if (found == types_.end()) {
-        report_.error("Declared type " + std::string(name) +
-                      " not found in type definitions. Ignoring.");
+        report_.error({"Declared type ", name, " not found in type definitions. Ignoring."});
         return nullptr;
     }
     if (found->second.type != type) {
-        report_.error("Declared type " + std::string(name) +
-                      " does not match variable type. Ignoring.");
+        report_.error({"Declared type ", name, " does not match variable type. Ignoring."});
         return nullptr;
     }
     return &found->second;
 }
 
-void UnitReader::checkDisplayUnit(pugi::xml_node element, const char* name) const {
+void UnitReader::checkDisplayUnit(const XmlElement& element, const char* name) const {
     if (*orEmpty(name) != '\0' && !displayUnits_.contains(name)) {
         report_.abort(element,
                       "Unknown display unit " + std::string(name) + " in real type definition");

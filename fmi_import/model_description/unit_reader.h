@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fmi_import/model_description.h"
-#include "fmi_import/xml_report.h"
+#include "fmi_import/model_description/model_description.h"
+#include "fmi_import/model_description/xml_report.h"
 
 #include <string_view>
 #include <unordered_map>
@@ -23,10 +23,10 @@ class UnitReader {
           description_(description) {}
 
     /// Reads a UnitDefinitions element (section 2.2.2).
-    void readUnits(pugi::xml_node element);
+    void readUnits(const XmlElement& element);
 
     /// Reads a TypeDefinitions element (section 2.2.3).
-    void readTypes(pugi::xml_node element);
+    void readTypes(const XmlElement& element);
 
     /// The unit called `name`; one that was not declared is made. Null for null or "".
     fmi2_import_unit_t* unit(const char* name);
@@ -36,11 +36,12 @@ class UnitReader {
     const DeclaredType* declaredType(const char* name, fmi2_base_type_enu_t type) const;
 
     /// Aborts when `name` is given and no unit has such a display unit.
-    void checkDisplayUnit(pugi::xml_node element, const char* name) const;
+    void checkDisplayUnit(const XmlElement& element, const char* name) const;
 
   private:
-    void readUnit(pugi::xml_node element);
-    void readType(pugi::xml_node element);
+    void readUnit(const XmlElement& element);
+    void readType(const XmlElement& element);
+    DeclaredType readDeclaredType(const XmlElement& element, fmi2_base_type_enu_t type);
 
     const XmlReport& report_;
     ModelDescription& description_;

@@ -1,22 +1,22 @@
 #include "FMI2/fmi2_import_variable.h"
-#include "fmi_import/model_description.h"
+#include "fmi_import/model_description/model_description.h"
 
 namespace {
 
 /// The same pointer under the name of its type; null when the variable is of another type.
-template <class Typed>
+template <typename Typed>
 Typed* as(fmi2_import_variable_t* variable, fmi2_base_type_enu_t type) {
     return variable != nullptr && variable->type() == type ? reinterpret_cast<Typed*>(variable)
                                                            : nullptr;
 }
 
 /// The reverse of as().
-template <class Typed>
+template <typename Typed>
 const fmi2_import_variable_t* plain(const Typed* variable) {
     return reinterpret_cast<const fmi2_import_variable_t*>(variable);
 }
 
-template <class Typed>
+template <typename Typed>
 int integerStart(const Typed* variable) {
     return variable != nullptr ? plain(variable)->start.integer : 0;
 }

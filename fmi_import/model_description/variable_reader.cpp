@@ -1,7 +1,9 @@
-#include "fmi_import/variable_reader.h"
+#include "fmi_import/model_description/variable_reader.h"
 
-#include "fmi_import/number_text.h"
-#include "fmi_import/variable_rules.h"
+#include "fmi_import/model_description/number_text.h"
+#include "fmi_import/model_description/variable_rules.h"
+
+#include <algorithm>
 
 namespace fmi_import {
 
@@ -63,7 +65,7 @@ bool belongsTo(TypeAttribute attribute, fmi2_base_type_enu_t type) {
 }
 
 /// The enumerator below `end` that `toText` names `text`; `end` when there is none.
-template <class Enumeration>
+template <typename Enumeration>
 Enumeration fromText(const char* text, const char* (*toText)(Enumeration), Enumeration end) {
     for (int value = 0; value < end; ++value) {
         if (isSame(text, toText(static_cast<Enumeration>(value)))) {
@@ -87,7 +89,8 @@ fmi2_initial_enu_t initialOf(const fmi2_xml_variable_t& variable) {
 
 } // namespace
 
-void VariableReader::read(pugi::xml_node element) {
+void VariableReader::read(const XmlElement& element) {
+    ++count_;
     std::array<const char*, variableAttributeCount> values{};
     readAttributes(report_, element, variableAttributes, values);
     for (const VariableAttribute required : {valueReference, nameAttribute}) {
@@ -101,18 +104,36 @@ void VariableReader::read(pugi::xml_node element) {
         return;
     }
     Variable variable{};
-    variable.name = description_.texts.keep(values[nameAttribute]);
-    variable.description = description_.texts.keep(values[descriptionAttribute]);
+    variable.name = orEmpty(values[nameAttribute]);
+    variable.description = orEmpty(values[descriptionAttribute]);
     variable.valueReference = *reference;
     readCausality(element, values[causality], variable);
     readVariability(element, values[variability], variable);
     readInitial(element, values[initial], variable);
     checkMultipleSet(element, values[multipleSet], variable);
     readType(element, variable);
-    description_.variables.push_back(variable);
+    append(variable);
 }
 
-void VariableReader::readCausality(pugi::xml_node element, const char* text, Variable& variable) {
+/// Grows by a half: doubling would take more memory than the text may cost.
+void VariableReader::append(const Variable& variable) {
+    auto& variables = description_.variables;
+    if (variables.size() == variables.capacity()) {
+        constexpr std::size_t least = 64;
+        variables.reserve(std::max(least, variables.size() + variables.size() / 2));
+    }
+    variables.push_back(variable);
+}
+
+std::size_t VariableReader::finish() const {
+    if (largestDerivative_ > count_) {
+        abortForDerivative();
+    }
+    return count_;
+}
+
+void VariableReader::readCausality(const XmlElement& element, const char* text,
+                                   Variable& variable) {
     fmi2_causality_enu_t value = fmi2_causality_enu_local;
     if (text != nullptr) {
         value = fromText(text, fmi2_causality_to_string, fmi2_causality_enu_unknown);
@@ -124,7 +145,8 @@ void VariableReader::readCausality(pugi::xml_node element, const char* text, Var
     variable.causality = static_cast<std::uint8_t>(value);
 }
 
-void VariableReader::readVariability(pugi::xml_node element, const char* text, Variable& variable) {
+void VariableReader::readVariability(const XmlElement& element, const char* text,
+                                     Variable& variable) {
     fmi2_variability_enu_t value = fmi2_variability_enu_continuous;
     if (text != nullptr) {
         value = fromText(text, fmi2_variability_to_string, fmi2_variability_enu_unknown);
@@ -146,7 +168,7 @@ void VariableReader::readVariability(pugi::xml_node element, const char* text, V
     variable.variability = static_cast<std::uint8_t>(value);
 }
 
-void VariableReader::readInitial(pugi::xml_node element, const char* text, Variable& variable) {
+void VariableReader::readInitial(const XmlElement& element, const char* text, Variable& variable) {
     const fmi2_initial_enu_t usual = defaultInitial(variabilityOf(variable), causalityOf(variable));
     fmi2_initial_enu_t value = usual;
     if (text != nullptr) {
@@ -168,7 +190,7 @@ void VariableReader::readInitial(pugi::xml_node element, const char* text, Varia
     variable.initial = static_cast<std::uint8_t>(value);
 }
 
-void VariableReader::checkMultipleSet(pugi::xml_node element, const char* text,
+void VariableReader::checkMultipleSet(const XmlElement& element, const char* text,
                                       const Variable& variable) {
     if (text == nullptr) {
         return;
@@ -182,27 +204,27 @@ void VariableReader::checkMultipleSet(pugi::xml_node element, const char* text,
     }
 }
 
-void VariableReader::readType(pugi::xml_node element, Variable& variable) {
-    pugi::xml_node typeElement;
+void VariableReader::readType(const XmlElement& element, Variable& variable) {
+    const char* typeName = nullptr;
     bool isRead = false;
-    for (auto child = element.first_child(); child; child = child.next_sibling()) {
-        if (child.type() != pugi::node_element || isSame(child.name(), "Annotations")) {
+    for (XmlElement child; report_.xml().nextChild(element, child);) {
+        if (isSame(child.name, "Annotations")) {
             continue;
         }
-        const auto type = baseTypeFromElement(child.name());
+        const auto type = baseTypeFromElement(child.name);
         if (!type) {
             report_.skipUnknown(child);
-        } else if (typeElement) {
-            report_.skipMisplaced(child, typeElement.name() + std::string("Variable"));
+        } else if (typeName != nullptr) {
+            report_.skipMisplaced(child, typeName + std::string("Variable"));
         } else {
-            typeElement = child;
+            typeName = child.name;
             variable.baseType = static_cast<std::uint8_t>(*type);
             isRead = readTypeElement(child, variable);
         }
     }
     if (!isRead) {
-        report_.error("No variable type element for variable " + std::string(variable.name) +
-                      ". Assuming Real.");
+        report_.error(
+            {"No variable type element for variable ", variable.name, ". Assuming Real."});
         variable.baseType = fmi2_base_type_real;
         variable.unit = nullptr;
         variable.hasStart = false;
@@ -210,16 +232,15 @@ void VariableReader::readType(pugi::xml_node element, Variable& variable) {
     }
 }
 
-bool VariableReader::readTypeElement(pugi::xml_node element, Variable& variable) {
+bool VariableReader::readTypeElement(const XmlElement& element, Variable& variable) {
     std::array<const char*, typeAttributeCount> values{};
     readAttributes(report_, element, typeAttributes, values);
     for (int attribute = 0; attribute < typeAttributeCount; ++attribute) {
         const char*& value = values[static_cast<std::size_t>(attribute)];
         if (value != nullptr &&
             !belongsTo(static_cast<TypeAttribute>(attribute), variable.type())) {
-            report_.warning(std::string("Attribute '") +
-                            typeAttributes[static_cast<std::size_t>(attribute)] +
-                            "' not processed by element '" + element.name() + "' handle");
+            report_.warning({"Attribute '", typeAttributes[static_cast<std::size_t>(attribute)],
+                             "' not processed by element '", element.name, "' handle"});
             value = nullptr;
         }
     }
@@ -228,7 +249,7 @@ bool VariableReader::readTypeElement(pugi::xml_node element, Variable& variable)
     }
     const DeclaredType* declared = units_.declaredType(values[declaredType], variable.type());
     units_.checkDisplayUnit(element, values[displayUnit]);
-    checkDerivative(element, values[derivative]);
+    checkDerivative(values[derivative]);
     variable.unit =
         values[unit] == nullptr && declared != nullptr ? declared->unit : units_.unit(values[unit]);
     if (variable.type() != fmi2_base_type_real &&
@@ -239,7 +260,7 @@ bool VariableReader::readTypeElement(pugi::xml_node element, Variable& variable)
     return true;
 }
 
-bool VariableReader::areValuesReadable(pugi::xml_node element, fmi2_base_type_enu_t type,
+bool VariableReader::areValuesReadable(const XmlElement& element, fmi2_base_type_enu_t type,
                                        std::span<const char* const> values) {
     const bool isReal = type == fmi2_base_type_real;
     for (const TypeAttribute bound : {minimum, maximum, nominal}) {
@@ -261,18 +282,23 @@ bool VariableReader::areValuesReadable(pugi::xml_node element, fmi2_base_type_en
     return true;
 }
 
-void VariableReader::checkDerivative(pugi::xml_node element, const char* text) {
+void VariableReader::checkDerivative(const char* text) {
     if (text == nullptr) {
         return;
     }
     const auto index = unsignedFromText(text);
-    if (!index || *index == 0 || *index > count_) {
-        report_.abort(element, "The 'derivative' attribute must have a value between 1 and the "
-                               "number of model variables.");
+    if (!index || *index == 0) {
+        abortForDerivative();
     }
+    largestDerivative_ = std::max<std::size_t>(largestDerivative_, *index);
 }
 
-void VariableReader::readStart(pugi::xml_node element, const char* text, Variable& variable) {
+void VariableReader::abortForDerivative() const {
+    report_.abort("The 'derivative' attribute must have a value between 1 and the number of model "
+                  "variables.");
+}
+
+void VariableReader::readStart(const XmlElement& element, const char* text, Variable& variable) {
     if (variable.type() == fmi2_base_type_str) {
         variable.start.text = "";
     }
@@ -287,7 +313,7 @@ void VariableReader::readStart(pugi::xml_node element, const char* text, Variabl
     }
 }
 
-void VariableReader::requireStart(pugi::xml_node element, Variable& variable) {
+void VariableReader::requireStart(const XmlElement& element, Variable& variable) {
     if (needsStart(initialOf(variable), variabilityOf(variable), causalityOf(variable))) {
         report_.recover(element, "Start attribute is required for this causality, variability and "
                                  "initial combination");
@@ -295,19 +321,18 @@ void VariableReader::requireStart(pugi::xml_node element, Variable& variable) {
     }
 }
 
-void VariableReader::refuseStart(pugi::xml_node element, const Variable& variable) {
+void VariableReader::refuseStart(const XmlElement& element, const Variable& variable) {
     const bool isCalculated = initialOf(variable) == fmi2_initial_enu_calculated;
     report_.recover(element,
                     std::string("Start attribute is not allowed for variables with ") +
                         (isCalculated ? "initial='calculated'" : "causality='independent'"));
-    report_.warning(std::string("Attribute 'start' not processed by element '") + element.name() +
-                    "' handle");
+    report_.warning({"Attribute 'start' not processed by element '", element.name, "' handle"});
 }
 
-bool VariableReader::setStart(pugi::xml_node element, const char* text, Variable& variable) {
+bool VariableReader::setStart(const XmlElement& element, const char* text, Variable& variable) {
     switch (variable.type()) {
     case fmi2_base_type_str:
-        variable.start.text = description_.texts.keep(text);
+        variable.start.text = orEmpty(text);
         return true;
     case fmi2_base_type_int:
     case fmi2_base_type_enum:
@@ -329,11 +354,12 @@ bool VariableReader::setStart(pugi::xml_node element, const char* text, Variable
     }
 }
 
-bool VariableReader::setIntegerStart(pugi::xml_node element, const char* text, Variable& variable) {
+bool VariableReader::setIntegerStart(const XmlElement& element, const char* text,
+                                     Variable& variable) {
     const auto value = integerFromText(text);
     if (!value) {
         report_.recoverFromValue(element, "integer", "start", text);
-        report_.error("Start value zero will be assumed.");
+        report_.error({"Start value zero will be assumed."});
     }
     variable.start.integer = value.value_or(0);
     return true;

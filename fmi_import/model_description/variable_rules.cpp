@@ -1,4 +1,4 @@
-#include "fmi_import/variable_rules.h"
+#include "fmi_import/model_description/variable_rules.h"
 
 namespace fmi_import {
 

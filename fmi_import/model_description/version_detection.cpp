@@ -1,11 +1,13 @@
-#include "fmi_import/version_detection.h"
+#include "fmi_import/model_description/version_detection.h"
 
-#include "fmi_import/xml_document.h"
+#include "fmi_import/model_description/xml_reader.h"
 #include "platform/files.h"
 
+#include <algorithm>
 #include <charconv>
-#include <cstring>
 #include <fstream>
+#include <optional>
+#include <string>
 
 namespace fmi_import {
 
@@ -54,81 +56,96 @@ fmi_version_enu_t knownVersion(Version version) {
     return static_cast<fmi_version_enu_t>(version.major);
 }
 
-/// True when the parser stopped inside the root's start tag: its attributes cannot be trusted.
-bool stoppedInStartTag(const pugi::xml_parse_result& result, pugi::xml_node root) {
-    return !root || (!root.first_child() && (result.status == pugi::status_bad_attribute ||
-                                             result.status == pugi::status_bad_start_element));
-}
-
 /// The beginning of a model description, up to its first start tag or the end of the file.
 class Beginning {
   public:
     explicit Beginning(const std::string& path)
         : file_(platform::nativePath(path), std::ios::binary) {
-        std::size_t piece = firstPiece;
-        while (readMore(piece)) {
-            result_ = document_.load_buffer(text_.data(), text_.size());
-            if (!stoppedInStartTag(result_, root())) {
-                return;
-            }
-            piece = text_.size();
+        readMore();
+        while (readable_ && !findRoot() && readMore()) {
         }
     }
 
     [[nodiscard]] bool isReadable() const { return readable_; }
 
-    [[nodiscard]] pugi::xml_node root() const { return rootElement(document_); }
+    /// What is wrong before the end of the root's start tag; null when nothing is.
+    [[nodiscard]] const XmlFault* fault() const { return fault_ ? &*fault_ : nullptr; }
 
-    [[nodiscard]] bool hasStartTag() const { return !stoppedInStartTag(result_, root()); }
-
-    [[nodiscard]] XmlFault fault() const { return faultOf(document_, result_, text_.size()); }
-
-    /// Line of the root's start tag, or of the fault before its end.
-    [[nodiscard]] std::size_t line() const {
-        return LineIndex(text_).lineAt(hasStartTag() ? root().offset_debug() : fault().offset);
+    /// The value of an attribute of the root; null when there is none.
+    [[nodiscard]] const char* attribute(std::string_view name) const {
+        return root_.attribute(name);
     }
 
+    [[nodiscard]] std::string_view rootName() const { return root_.name; }
+
+    [[nodiscard]] std::size_t line() const { return root_.line; }
+
   private:
-    bool readMore(std::size_t size) {
+    /// False when the file has no more.
+    bool readMore() {
         const std::size_t before = text_.size();
-        text_.resize(std::min<std::size_t>(before + size, largestModelDescription));
+        text_.resize(
+            std::min<std::size_t>(before + std::max(firstPiece, before), largestModelDescription));
         file_.read(text_.data() + before, static_cast<std::streamsize>(text_.size() - before));
         readable_ = readable_ || file_.good() || file_.eof();
         text_.resize(before + static_cast<std::size_t>(file_.gcount()));
         return text_.size() > before;
     }
 
+    /// False when there is a fault, which may be that more of the file is needed.
+    bool findRoot() {
+        const bool isWhole = file_.eof();
+        fault_.reset();
+        try {
+            utf8_ = asUtf8(copy(), isWhole);
+            xml_.emplace(utf8_);
+            root_ = xml_->root();
+            return true;
+        } catch (const XmlFault& fault) {
+            fault_ = fault;
+        }
+        return false;
+    }
+
+    [[nodiscard]] FileText copy() const {
+        FileText result = makeText(text_.size());
+        std::ranges::copy(text_, result.bytes.get());
+        return result;
+    }
+
     std::ifstream file_;
     bool readable_ = false;
     std::string text_;
-    pugi::xml_document document_;
-    pugi::xml_parse_result result_;
+    FileText utf8_;
+    std::optional<XmlReader> xml_;
+    XmlElement root_;
+    std::optional<XmlFault> fault_;
 };
 
-/// The version that `root` tells; unknown with the reason in the log.
-fmi_version_enu_t versionOf(const Log& log, pugi::xml_node root) {
-    if (std::strcmp(root.name(), "fmiModelDescription") != 0) {
+/// The version that the root tells; unknown with the reason in the log.
+fmi_version_enu_t versionOf(const Log& log, const Beginning& beginning) {
+    if (beginning.rootName() != "fmiModelDescription") {
         log.fatal(module::version, {"First element in XML must be fmiModelDescription"});
         return fmi_version_unknown_enu;
     }
-    const pugi::xml_attribute attribute = root.attribute("fmiVersion");
-    if (!attribute) {
+    const char* text = beginning.attribute("fmiVersion");
+    if (text == nullptr) {
         log.fatal(module::version,
                   {"Could not find fmiVersion attribute in the XML. Cannot proceed."});
         return fmi_version_unknown_enu;
     }
-    const auto version = versionFromText(attribute.value());
+    const auto version = versionFromText(text);
     if (!version) {
         log.fatal(module::version,
-                  {"Could not parse fmiVersion attribute '", attribute.value(),
+                  {"Could not parse fmiVersion attribute '", text,
                    "'. Expected format is 'major.minor' or 'major.minor.patch' with numeric "
                    "components"});
         return fmi_version_unknown_enu;
     }
     const fmi_version_enu_t known = knownVersion(*version);
     if (known == fmi_version_unknown_enu) {
-        log.fatal(module::version, {"This version of FMI standard is not supported (fmiVersion=",
-                                    attribute.value(), ")"});
+        log.fatal(module::version,
+                  {"This version of FMI standard is not supported (fmiVersion=", text, ")"});
     }
     return known;
 }
@@ -143,13 +160,13 @@ fmi_version_enu_t detectVersion(const Log& log, const std::string& directory) {
         log.fatal(module::version, {"Cannot open file '", path, "' for parsing"});
         return fmi_version_unknown_enu;
     }
-    if (!beginning.hasStartTag()) {
-        log.fatal(module::version, {parseErrorText(beginning.line(), beginning.fault().reason)});
+    if (const XmlFault* fault = beginning.fault()) {
+        reportParseError(log, module::version, fault->line, fault->reason);
         return fmi_version_unknown_enu;
     }
-    const fmi_version_enu_t version = versionOf(log, beginning.root());
+    const fmi_version_enu_t version = versionOf(log, beginning);
     if (version == fmi_version_unknown_enu) {
-        log.fatal(module::version, {parseErrorText(beginning.line(), "parsing aborted")});
+        reportParseError(log, module::version, beginning.line(), "parsing aborted");
     } else {
         log.verbose(module::version, {"XML specifies FMI ", fmi_version_to_string(version)});
     }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "fmi_import/log.h"
-#include "fmi_import/xml_document.h"
+#include "fmi_import/model_description/xml_reader.h"
 
 #include <cstring>
-#include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace fmi_import {
 
@@ -16,60 +16,58 @@ struct ParseAborted {};
 /// Reports what is wrong in a model description, with the line it is in.
 class XmlReport {
   public:
-    /// Reports on the document that was read from the file `path`.
-    XmlReport(const Log& log, std::string path) : log_(log), path_(std::move(path)) {}
+    /// Reports on the document that `xml` reads.
+    XmlReport(const Log& log, XmlReader& xml) : log_(log), xml_(xml) {}
 
     [[nodiscard]] const Log& log() const { return log_; }
+
+    [[nodiscard]] XmlReader& xml() const { return xml_; }
 
     /// Says which element is being read.
     void progress(const char* element) const;
 
-    /// The document is not well-formed.
-    void malformed(const XmlFault& fault) const;
+    /// Ends the reading at `element`.
+    [[noreturn]] void abort(const XmlElement& element, std::string_view reason) const;
 
-    /// Ends the reading.
-    [[noreturn]] void abort(pugi::xml_node node, std::string_view reason) const;
+    /// Ends the reading where it is.
+    [[noreturn]] void abort(std::string_view reason) const;
 
     /// Something is wrong and a default takes its place.
-    void recover(pugi::xml_node node, std::string_view reason) const;
+    void recover(const XmlElement& element, std::string_view reason) const;
 
     /// recover() because of a value that cannot be read; `kind` is "real", "enumeration", ...
-    void recoverFromValue(pugi::xml_node node, std::string_view kind, std::string_view attribute,
-                          std::string_view value) const;
+    void recoverFromValue(const XmlElement& element, std::string_view kind,
+                          std::string_view attribute, std::string_view value) const;
 
-    void error(std::string_view text) const { log_.error(module::modelDescription, {text}); }
+    void error(Log::Parts parts) const { log_.error(module::modelDescription, parts); }
 
-    void warning(std::string_view text) const { log_.warning(module::modelDescription, {text}); }
+    void warning(Log::Parts parts) const { log_.warning(module::modelDescription, parts); }
 
     /// Leaves out an element: `reason` follows its line number. Elements inside it are named too.
-    void skip(pugi::xml_node node, std::string_view reason) const;
+    void skip(const XmlElement& element, std::string_view reason) const;
 
     /// Names an element inside one that is left out.
-    void skipNested(pugi::xml_node node) const;
+    void skipNested(const XmlElement& element) const;
 
-    void skipUnknown(pugi::xml_node node) const;
+    void skipUnknown(const XmlElement& element) const;
 
-    void skipMisplaced(pugi::xml_node node, std::string_view before) const;
+    void skipMisplaced(const XmlElement& element, std::string_view before) const;
 
-    /// Aborts because `node`, an `element`, lacks `attribute`.
-    [[noreturn]] void abortMissing(pugi::xml_node node, std::string_view element,
+    /// Aborts because `element`, a `kind`, lacks `attribute`.
+    [[noreturn]] void abortMissing(const XmlElement& element, std::string_view kind,
                                    std::string_view attribute) const;
 
   private:
-    [[nodiscard]] std::size_t lineAt(std::ptrdiff_t offset) const;
-    [[nodiscard]] std::string lineText(pugi::xml_node node) const;
+    [[noreturn]] void abortAt(std::size_t line, std::string_view reason) const;
 
     Log log_;
-    std::string path_;
-    /// Made of the file anew with the first report: parsing has changed the text in memory, and a
-    /// document without a fault need not pay for its lines.
-    mutable std::optional<LineIndex> lines_;
+    XmlReader& xml_;
 };
 
-/// Puts the values of `node`'s attributes into `values`, at the places that their names have in
+/// Puts the values of `element`'s attributes into `values`, at the places that their names have in
 /// `names`; those that are absent stay null. Attributes without a place are reported. Fastest where
 /// `names` has the order in which attributes are usually written.
-void readAttributes(const XmlReport& report, pugi::xml_node node,
+void readAttributes(const XmlReport& report, const XmlElement& element,
                     std::span<const char* const> names, std::span<const char*> values);
 
 /// Whether two texts are equal. Nearly all that a model description makes one compare differ in

@@ -1,6 +1,6 @@
-#include "fmi_import/binary.h"
+#include "fmi_import/slave/binary.h"
 
-#include "fmi_import/model_description_reader.h"
+#include "fmi_import/model_description/model_description_reader.h"
 #include "platform/files.h"
 #include "platform/path_style.h"
 
@@ -19,13 +19,26 @@ std::string joined(std::string_view directory, std::string_view name) {
     return std::string(directory) + platform::nativePaths().separator + std::string(name);
 }
 
-/// Names of the folders below binaries/, separated by commas.
+/// True when there is a library in `folder`, of whatever platform.
+bool hasLibrary(const fs::path& folder) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
+         entry.increment(error)) {
+        const fs::path suffix = entry->path().extension();
+        if (suffix == ".dll" || suffix == ".so" || suffix == ".dylib") {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Names of the folders below binaries/ that have a library, separated by commas.
 std::string platformFolders(const std::string& directory) {
     std::vector<std::string> folders;
     std::error_code error;
     for (fs::directory_iterator entry(platform::nativePath(joined(directory, "binaries")), error);
          !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (entry->is_directory(error)) {
+        if (entry->is_directory(error) && hasLibrary(entry->path())) {
             folders.push_back(platform::narrowPath(entry->path().filename()));
         }
     }
@@ -41,32 +54,47 @@ void reportMissingPlatform(const Log& log, const std::string& directory) {
     log.fatal(module::library, {"The FMU contains no binary for this platform."});
     const std::string folders = platformFolders(directory);
     if (folders.empty()) {
-        log.fatal(module::library, {"The FMU has no folder below 'binaries'."});
+        log.fatal(module::library, {"The FMU has no library in any folder below 'binaries'."});
     } else {
         log.fatal(module::library, {"The FMU has binaries for: ", folders,
                                     ". Needed here: ", platform::SharedLibrary::fmiPlatform()});
     }
 }
 
-/// True when `folder` is a folder of the FMU; otherwise the log says why it is not.
-bool hasPlatformFolder(const Log& log, const std::string& directory,
-                       const std::string& absoluteDirectory, const std::string& folder) {
+/// Says why there is no library in `folder` of the FMU.
+void reportMissingFolder(const Log& log, const std::string& directory,
+                         const std::string& absoluteDirectory, const std::string& folder) {
     std::error_code error;
-    const fs::file_status status =
-        fs::status(platform::nativePath(joined(absoluteDirectory, folder)), error);
-    if (fs::is_directory(status)) {
-        return true;
+    const fs::path path = platform::nativePath(joined(absoluteDirectory, folder));
+    const fs::file_status status = fs::status(path, error);
+    if (!fs::is_directory(status)) {
+        log.fatal(module::library, {"Could not change to the DLL directory ",
+                                    joined(directory, folder),
+                                    {&platform::nativePaths().separator, 1}});
     }
-    log.fatal(module::library, {"Could not change to the DLL directory ",
-                                joined(directory, folder),
-                                {&platform::nativePaths().separator, 1}});
-    if (status.type() == fs::file_type::not_found) {
+    if (fs::is_directory(status) || status.type() == fs::file_type::not_found) {
         reportMissingPlatform(log, absoluteDirectory);
     } else {
         const auto reason =
             fs::exists(status) ? std::make_error_code(std::errc::not_a_directory) : error;
         log.fatal(module::library, {"System error: ", reason.message()});
     }
+}
+
+/// True unless the loader has bound the code of another file than that at `path`, which it does
+/// when the process still has an earlier one of that path.
+bool isBoundTo(const Log& log, const platform::SharedLibrary& library, const std::string& path) {
+    const std::string bound = library.boundFile();
+    std::error_code error;
+    if (bound.empty() ||
+        fs::equivalent(platform::nativePath(bound), platform::nativePath(path), error)) {
+        return true;
+    }
+    log.fatal(module::binary,
+              {"Could not load the FMU binary: instead of ", path,
+               " the process still has the library '", bound,
+               "', which cannot be unloaded; start the program anew or unpack the FMU into another "
+               "directory"});
     return false;
 }
 
@@ -76,7 +104,7 @@ class Resolver {
     Resolver(const Log& log, platform::SharedLibrary& library) : log_(log), library_(library) {}
 
     /// Function `name`; null, with a message, when there is none.
-    template <class Function>
+    template <typename Function>
     void resolve(const char* name, Function& function) {
         function = reinterpret_cast<Function>(find(name));
         complete_ = complete_ && function != nullptr;
@@ -174,13 +202,21 @@ bool Binary::load(const Log& log, const std::string& directory,
     const char* platformName = platform::SharedLibrary::fmiPlatform();
     const std::string folder = joined("binaries", platformName);
     const std::string file = joined(folder, identifier + platform::SharedLibrary::suffix());
-    if (!hasPlatformFolder(log, directory, absoluteDirectory, folder)) {
+    const std::string path = joined(absoluteDirectory, file);
+    std::error_code error;
+    if (!fs::exists(platform::nativePath(path), error) &&
+        !hasLibrary(platform::nativePath(joined(absoluteDirectory, folder)))) {
+        reportMissingFolder(log, directory, absoluteDirectory, folder);
         return false;
     }
     log.info(module::library,
              {"Loading '", platformName, "' binary with 'default' platform types"});
-    if (!library_.open(joined(absoluteDirectory, file))) {
+    if (!library_.open(path)) {
         log.fatal(module::binary, {"Could not load the FMU binary: ", library_.error()});
+        return false;
+    }
+    if (!isBoundTo(log, library_, path)) {
+        unload(log);
         return false;
     }
     log.verbose(module::binary, {"Loaded FMU binary from ", joined(directory, file)});

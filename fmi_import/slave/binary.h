@@ -2,7 +2,7 @@
 
 #include "FMI2/fmi2_function_types.h"
 #include "fmi_import/log.h"
-#include "fmi_import/model_description.h"
+#include "fmi_import/model_description/model_description.h"
 #include "platform/shared_library.h"
 
 #include <string>

@@ -22,7 +22,7 @@ bool hasInstance(const fmi2_import_t* fmu) {
 }
 
 /// Calls `function` of the FMU's instance; fatal where there is none.
-template <class Function, class... Arguments>
+template <typename Function, typename... Arguments>
 fmi2_status_t call(fmi2_import_t* fmu, Function fmi_import::FmuFunctions::*function,
                    Arguments... arguments) {
     if (!hasInstance(fmu)) {
@@ -32,7 +32,7 @@ fmi2_status_t call(fmi2_import_t* fmu, Function fmi_import::FmuFunctions::*funct
 }
 
 /// call(), announced in the log.
-template <class Function, class... Arguments>
+template <typename Function, typename... Arguments>
 fmi2_status_t announcedCall(const char* name, fmi2_import_t* fmu,
                             Function fmi_import::FmuFunctions::*function, Arguments... arguments) {
     if (hasInstance(fmu)) {

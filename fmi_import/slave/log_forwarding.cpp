@@ -1,14 +1,16 @@
 #include "fmi_import/c_border.h"
 #include "fmi_import/fmu.h"
-#include "fmi_import/reference_order.h"
+#include "fmi_import/model_description/reference_order.h"
 
 #include <charconv>
 #include <cstdarg>
 #include <cstdio>
 #include <optional>
+#include <system_error>
 
 namespace {
 
+using fmi_import::hideControls;
 using fmi_import::Log;
 
 jm_log_level_enu_t levelOf(fmi2_status_t status) {
@@ -78,8 +80,9 @@ std::string withVariableNames(const fmi2_import_t* fmu, std::string_view message
 }
 
 /// Hands a text to the logger that does not have to fit the callbacks' buffer, which gets a copy.
-void forward(const Log& log, const char* module, jm_log_level_enu_t level,
-             const std::string& text) {
+/// What a terminal would obey is not let through.
+void forward(const Log& log, const char* module, jm_log_level_enu_t level, std::string text) {
+    hideControls(text.data(), text.data() + text.size(), "\n\t");
     jm_callbacks* callbacks = log.callbacks();
     std::snprintf(callbacks->errMessageBuffer, JM_MAX_ERROR_MESSAGE_SIZE, "%s", text.c_str());
     if (callbacks->logger != nullptr) {
@@ -103,7 +106,7 @@ void fmi2_log_forwarding(fmi2_component_t c, fmi2_string_t instanceName, fmi2_st
         std::string text = category != nullptr ? std::string("[") + category + "]" : "";
         text.append("[FMU status:").append(fmi2_status_to_string(status)).append("] ");
         text += withVariableNames(fmu, expanded(message, arguments));
-        forward(log, instanceName != nullptr ? instanceName : "", level, text);
+        forward(log, instanceName != nullptr ? instanceName : "", level, std::move(text));
         return true;
     });
     va_end(arguments);

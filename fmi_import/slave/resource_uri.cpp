@@ -1,4 +1,4 @@
-#include "fmi_import/resource_uri.h"
+#include "fmi_import/slave/resource_uri.h"
 
 namespace fmi_import {
 

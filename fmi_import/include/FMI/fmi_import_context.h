@@ -32,8 +32,8 @@ FMILIB_EXPORT void fmi_import_set_configuration(fmi_import_context_t* c, int con
 
 /** Unpacks an FMU (FMI 2.0 section 2.3) and tells its FMI version.
  *
- * Nothing is written when any entry of the archive could end up outside `dirName`, is not a plain
- * file or directory, or when the archive exceeds the limits on entries (100,000) and unpacked size
+ * Nothing is written when any entry of the archive could end up outside `dirName` or in a folder
+ * `FMITools` at its top, is not a plain file or directory, or when the archive exceeds the limits on entries (100,000) and unpacked size
  * (16 GiB). Damaged data is an error; the damaged file is not left behind.
  *
  * @param c         The context.
