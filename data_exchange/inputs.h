@@ -1,13 +1,10 @@
 #pragma once
 
+#include "fmi_tools.h"
+
 #include <cstdint>
 
 class ModelSetup;
-class SimulationDataModel;
-
-namespace solver_plugin {
-struct SolverCore;
-}
 
 namespace data_exchange {
 
@@ -18,13 +15,12 @@ namespace data_exchange {
 /// name[1] to name[3]; with "-noarrayinputs" it too sets the one input, from its first component.
 /// Without a loaded FMU nothing happens.
 ///
-/// @param core       options and FMU of the solver
-/// @param model      not used
-/// @param modelSetup the host's coupled conditions, borrowed for the call
+/// @param fmu         the handle; null for none
+/// @param arrayInputs false for "-noarrayinputs"
+/// @param modelSetup  the host's coupled conditions, borrowed for the call
 /// @return the last result of fmiToolsSetRealVariableValue(), 0 without conditions; the first
 ///         negative one ends the transfer, with the inputs before it set
 /// @throws std::logic_error when an object of the host is missing, and whatever the host throws
-std::int32_t setFmuInputs(const solver_plugin::SolverCore& core, SimulationDataModel* model,
-                          ModelSetup* modelSetup);
+std::int32_t setFmuInputs(FmiToolsInstance* fmu, bool arrayInputs, const ModelSetup* modelSetup);
 
 } // namespace data_exchange

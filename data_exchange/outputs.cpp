@@ -1,19 +1,19 @@
 #include "data_exchange/outputs.h"
 
 #include "data_exchange/element_name.h"
-#include "data_exchange/required.h"
-#include "fmi_tools.h"
 #include "host/model_setup.h"
 #include "host/output_result.h"
 #include "host/physical_quantity.h"
+#include "host/required.h"
 #include "host/result.h"
 #include "host/tuple_array.h"
-#include "solver_plugin/solver_core.h"
 
 #include <cstddef>
 #include <string>
 
 namespace data_exchange {
+
+using host::required;
 
 namespace {
 
@@ -21,17 +21,17 @@ namespace {
 /// value read last.
 class OutputReader {
   public:
-    explicit OutputReader(const solver_plugin::SolverCore& core)
-        : fmu_(core.runtime),
-          arrays_(core.settings->outputsAreArrays()) {}
+    OutputReader(FmiToolsInstance* fmu, bool asArrays) : fmu_(fmu), asArrays_(asArrays) {}
 
     std::int32_t read(const OutputResult& output) {
-        const Result& result = required(output.getResult());
-        TupleArray<double>& values = required(result.getValues());
-        const bool scalar = required(result.getPhysicalQuantity()).getName() == "PressureGlobal";
+        const Result& result = required(output.getResult(), "result of an output result");
+        TupleArray<double>& values = required(result.getValues(), "values of an output result");
+        const PhysicalQuantity& quantity =
+            required(result.getPhysicalQuantity(), "quantity of an output result");
+        const bool scalar = quantity.getName() == "PressureGlobal";
         const std::string name = output.getName();
-        return arrays_ ? readElements(name, scalar ? 1 : vectorSize, values)
-                       : readComponent(name.c_str(), 0, values);
+        return asArrays_ ? readElements(name, scalar ? 1 : vectorSize, values)
+                         : readComponent(name.c_str(), 0, values);
     }
 
   private:
@@ -53,20 +53,19 @@ class OutputReader {
     }
 
     FmiToolsInstance* fmu_;
-    bool arrays_;
+    bool asArrays_;
     double buffer_ = 0.0;
 };
 
 } // namespace
 
-std::int32_t getFmuOutputs(const solver_plugin::SolverCore& core, SimulationDataModel* /*model*/,
-                           ModelSetup* modelSetup) {
-    const ModelSetup& outputs = required(modelSetup);
+std::int32_t getFmuOutputs(FmiToolsInstance* fmu, bool asArrays, const ModelSetup* modelSetup) {
+    const ModelSetup& outputs = required(modelSetup, "model set-up");
     const std::size_t count = outputs.getNumberOfOutputResults();
-    OutputReader reader(core);
+    OutputReader reader(fmu, asArrays);
     std::int32_t status = 0;
     for (std::size_t i = 0; i < count && status >= 0; ++i) {
-        status = reader.read(required(outputs.getOutputResult(i)));
+        status = reader.read(required(outputs.getOutputResult(i), "output result"));
     }
     return status;
 }

@@ -1,13 +1,10 @@
 #pragma once
 
+#include "fmi_tools.h"
+
 #include <cstdint>
 
 class ModelSetup;
-class SimulationDataModel;
-
-namespace solver_plugin {
-struct SolverCore;
-}
 
 namespace data_exchange {
 
@@ -18,13 +15,12 @@ namespace data_exchange {
 /// result whose quantity is named "PressureGlobal" then takes name[1] alone. Without a loaded FMU
 /// every component becomes 0.
 ///
-/// @param core       options and FMU of the solver
-/// @param model      not used
-/// @param modelSetup the host's output results, borrowed for the call
+/// @param fmu         the handle; null for none
+/// @param asArrays    true for "-outputsarearrays"
+/// @param modelSetup  the host's output results, borrowed for the call
 /// @return the last result of fmiToolsGetRealVariableValue(), 0 without output results; the first
 ///         negative one ends the transfer, with the results before it written
 /// @throws std::logic_error when an object of the host is missing, and whatever the host throws
-std::int32_t getFmuOutputs(const solver_plugin::SolverCore& core, SimulationDataModel* model,
-                           ModelSetup* modelSetup);
+std::int32_t getFmuOutputs(FmiToolsInstance* fmu, bool asArrays, const ModelSetup* modelSetup);
 
 } // namespace data_exchange

@@ -25,13 +25,13 @@ void runCleanupScript(FmiToolsInstance* instance) {
     platform::runScript(script, argument);
 }
 
-/// The order matters to a reader of the output: the log file ends with "Closing plugin", the lines
-/// of what follows appear on standard output.
+/// The order matters to a reader of the output: the log file ends with "Closing plugin" and what
+/// the FMU says while it is ended; the lines of what follows appear on standard output.
 void cleanUp(std::unique_ptr<FmiToolsInstance> instance) {
     logRuntime(instance.get(), levels::ok, "Closing plugin");
     instance->slave.release();
-    instance->log.file.close();
-    instance->results.file.close();
+    instance->log.output.close();
+    instance->results.output.close();
     logRuntime(instance.get(), levels::ok, "Closing library");
     runCleanupScript(instance.get());
     instance.reset();

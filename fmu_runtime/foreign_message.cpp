@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <clocale>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -15,11 +16,15 @@ namespace fmu_runtime {
 namespace {
 
 constexpr std::string_view flagCharacters = "-+ #0'";
+constexpr std::string_view wideTextConversions = "SZ"; // Of the Windows C library.
 constexpr std::string_view integerConversions = "diouxX";
 constexpr std::string_view realConversions = "aAeEfFgG";
 
 /// Wider than any message: a larger width or precision cannot show in the result.
 constexpr int widest = 1024;
+
+/// Longer than any message: of a format beyond it nothing is read.
+constexpr std::size_t longestFormat = 2048;
 
 /// The caller's arguments; in a record because a va_list itself does not pass by reference
 /// everywhere.
@@ -94,7 +99,7 @@ class DirectiveReader {
             position_ += 3;
             return {position_ - 3, 3};
         }
-        return readAny("hlLjzt");
+        return readAny("hlLjztwI");
     }
 
     const char* begin_;
@@ -102,9 +107,12 @@ class DirectiveReader {
     Arguments& arguments_;
 };
 
-/// Prints one value with the directive's own flags, width and precision.
-template <class Value>
-void print(LogMessage& message, const Directive& directive, std::string_view length, Value value) {
+using PrintedText = std::array<char, LogMessage::capacity + 1>;
+
+/// One value printed with the directive's own flags, width and precision into `text`.
+template <typename Value>
+std::string_view printed(PrintedText& text, const Directive& directive, std::string_view length,
+                         Value value) {
     std::array<char, 32> format{};
     char* end = format.data();
     *end++ = '%';
@@ -115,13 +123,15 @@ void print(LogMessage& message, const Directive& directive, std::string_view len
     end = std::ranges::copy(std::string_view("*.*"), end).out;
     end = std::ranges::copy(length, end).out;
     *end = directive.conversion;
-    std::array<char, LogMessage::capacity + 1> text;
     const int size = std::snprintf(text.data(), text.size(), format.data(), directive.width,
                                    directive.precision.value_or(-1), value);
-    if (size > 0) {
-        message.add(std::string_view(
-            text.data(), std::min(static_cast<std::size_t>(size), LogMessage::capacity)));
-    }
+    return {text.data(), std::min(static_cast<std::size_t>(std::max(size, 0)), text.size() - 1)};
+}
+
+template <typename Value>
+void print(LogMessage& message, const Directive& directive, std::string_view length, Value value) {
+    PrintedText text;
+    message.add(printed(text, directive, length, value));
 }
 
 std::intmax_t readSigned(std::string_view length, Arguments& arguments) {
@@ -134,7 +144,8 @@ std::intmax_t readSigned(std::string_view length, Arguments& arguments) {
     if (length == "l") {
         return va_arg(arguments.list, long);
     }
-    if (length == "ll" || length == "j" || length == "z" || length == "t" || length == "I64") {
+    if (length == "ll" || length == "j" || length == "z" || length == "t" || length == "I64" ||
+        length == "I") {
         return va_arg(arguments.list, long long);
     }
     return va_arg(arguments.list, int);
@@ -163,17 +174,30 @@ void printInteger(LogMessage& message, const Directive& directive, Arguments& ar
     }
 }
 
-void printReal(LogMessage& message, const Directive& directive, Arguments& arguments) {
-    if (directive.length == "L") {
-        print(message, directive, "L", va_arg(arguments.list, long double));
+/// The host's locale may have another decimal point; numbers are written with "." everywhere.
+void addReal(LogMessage& message, std::string_view text) {
+    const std::string_view point = std::localeconv()->decimal_point;
+    const auto position = point == "." ? std::string_view::npos : text.find(point);
+    if (position == std::string_view::npos) {
+        message.add(text);
     } else {
-        print(message, directive, "", va_arg(arguments.list, double));
+        message.add(text.substr(0, position)).add(std::string_view("."));
+        message.add(text.substr(position + point.size()));
+    }
+}
+
+void printReal(LogMessage& message, const Directive& directive, Arguments& arguments) {
+    PrintedText text;
+    if (directive.length == "L" && platform::callersHaveLongDouble) {
+        addReal(message, printed(text, directive, "L", va_arg(arguments.list, long double)));
+    } else {
+        addReal(message, printed(text, directive, "", va_arg(arguments.list, double)));
     }
 }
 
 void printText(LogMessage& message, const Directive& directive, Arguments& arguments) {
     const char* text = va_arg(arguments.list, const char*);
-    if (!directive.length.empty()) { // A text of wide characters.
+    if (!directive.length.empty() && directive.length != "h") { // A text of wide characters.
         message.add(directive.text);
         return;
     }
@@ -192,7 +216,29 @@ void printText(LogMessage& message, const Directive& directive, Arguments& argum
     print(message, directive, "", static_cast<const char*>(copy.data()));
 }
 
-void printDirective(LogMessage& message, const Directive& directive, Arguments& arguments) {
+/// False when the character is the one that ends a text.
+bool printCharacter(LogMessage& message, const Directive& directive, Arguments& arguments) {
+    PrintedText text;
+    const auto whole = printed(text, directive, "", va_arg(arguments.list, int));
+    const auto end = whole.find('\0');
+    message.add(whole.substr(0, end));
+    return end == std::string_view::npos;
+}
+
+/// A directive whose argument is passed over: it comes out as it stands.
+void skip(LogMessage& message, const Directive& directive, Arguments& arguments) {
+    const char conversion = directive.conversion;
+    if (conversion == 'C') {
+        static_cast<void>(va_arg(arguments.list, int));
+    } else if (conversion == 'n' ||
+               wideTextConversions.find(conversion) != std::string_view::npos) {
+        static_cast<void>(va_arg(arguments.list, void*));
+    }
+    message.add(directive.text);
+}
+
+/// False when the message ends with the directive.
+bool printDirective(LogMessage& message, const Directive& directive, Arguments& arguments) {
     const char conversion = directive.conversion;
     if (conversion == '%') {
         message.add(std::string_view("%"));
@@ -205,30 +251,32 @@ void printDirective(LogMessage& message, const Directive& directive, Arguments& 
     } else if (conversion == 's') {
         printText(message, directive, arguments);
     } else if (conversion == 'c') {
-        print(message, directive, "", va_arg(arguments.list, int));
+        return printCharacter(message, directive, arguments);
     } else if (conversion == 'p') {
         print(message, directive, "", va_arg(arguments.list, const void*));
     } else {
-        if (conversion == 'n') { // Its argument is passed over, nothing is written through it.
-            static_cast<void>(va_arg(arguments.list, void*));
-        }
-        message.add(directive.text);
+        skip(message, directive, arguments);
     }
+    return true;
 }
 
 } // namespace
 
-LogMessage formatForeignMessage(const char* format, std::va_list arguments) noexcept {
+LogMessage formatForeignMessage(const char* foreignFormat, std::va_list arguments) noexcept {
+    // The directives are read from a copy: the text may end where memory does, or change meanwhile.
+    const ForeignText<longestFormat> copied(foreignFormat);
+    const char* format = copied.text();
     LogMessage message;
     Arguments copy;
     va_copy(copy.list, arguments);
-    while (*format != '\0' && message.room() > 0) {
+    bool goesOn = true;
+    while (goesOn && *format != '\0' && message.room() > 0) {
         const std::size_t plain = std::min(std::strcspn(format, "%"), message.room());
         message.add(std::string_view(format, plain));
         format += plain;
         if (*format == '%') {
             const Directive directive = DirectiveReader(format, copy).read();
-            printDirective(message, directive, copy);
+            goesOn = printDirective(message, directive, copy);
             format += directive.text.size();
         }
     }

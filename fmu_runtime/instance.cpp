@@ -5,7 +5,7 @@ using namespace fmu_runtime;
 namespace {
 
 /// Stores a value of the caller's in a field of the record.
-template <class Field, class Value>
+template <typename Field, typename Value>
 std::int32_t store(FmiToolsInstance* instance, Field FmiToolsInstance::*field, Value value,
                    std::int32_t answerToNull) {
     if (instance == nullptr) {

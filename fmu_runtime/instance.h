@@ -36,9 +36,9 @@ enum ResultCode : std::int32_t {
     variableAccessFailed = -202,
 };
 
-/// Runs the body of an export and answers `failure` where it throws: neither a lack of memory nor
-/// an exception of the FMU's code may reach a caller in C.
-template <class Answer, class Body>
+/// Runs the body of an export and answers `failure` where it throws: a lack of memory may not reach
+/// a caller in C.
+template <typename Answer, typename Body>
 Answer guarded(Answer failure, Body&& body) noexcept {
     try {
         return body();

@@ -7,6 +7,9 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
 
 using namespace fmu_runtime;
 
@@ -14,16 +17,39 @@ namespace {
 
 constexpr char instanceName[] = "FMU instance";
 
-std::optional<std::string> absoluteWorkingDirectory(const char* workingDirectory) {
+std::nullopt_t refuseWorkingDirectory(std::string_view directory, const std::string& reason) {
+    std::fprintf(stderr, "Working directory %.*s cannot be used: %s\n",
+                 static_cast<int>(directory.size()), directory.data(), reason.c_str());
+    return std::nullopt;
+}
+
+std::optional<std::string> absoluteWorkingDirectory(std::string_view workingDirectory) {
+    const platform::PathStyle& style = platform::nativePaths();
     std::string currentDirectory;
-    if (!platform::isAbsolute(platform::nativePaths(), workingDirectory)) {
-        auto current = platform::currentDirectory();
-        if (!current) {
-            return std::nullopt;
+    if (!platform::isAbsolute(style, workingDirectory)) {
+        std::error_code error;
+        currentDirectory = platform::currentDirectory(error);
+        if (error) {
+            return refuseWorkingDirectory(workingDirectory, error.message());
         }
-        currentDirectory = std::move(*current);
     }
-    return platform::absoluteDirectory(platform::nativePaths(), currentDirectory, workingDirectory);
+    auto directory = platform::absoluteDirectory(style, currentDirectory, workingDirectory);
+    return directory ? directory
+                     : refuseWorkingDirectory(
+                           workingDirectory,
+                           std::make_error_code(std::errc::filename_too_long).message());
+}
+
+/// The directory to unpack into, made where it is missing: some versions of FMI Library end the
+/// process when it is not there.
+std::optional<std::string> makeWorkingDirectory(std::string_view workingDirectory) {
+    auto directory = absoluteWorkingDirectory(workingDirectory);
+    if (directory) {
+        if (const std::error_code error = platform::createDirectories(*directory)) {
+            return refuseWorkingDirectory(*directory, error.message());
+        }
+    }
+    return directory;
 }
 
 fmi2_callback_functions_t fmuCallbacks(FmiToolsInstance* instance) {
@@ -46,17 +72,14 @@ void takeDefaultExperiment(FmiToolsInstance& instance) {
 std::unique_ptr<FmiToolsInstance> loadFmuImport(const char* fmuPath, const char* workingDirectory,
                                                 const char* scriptDirectory) {
     auto instance = std::make_unique<FmiToolsInstance>();
-    auto unpackDirectory = absoluteWorkingDirectory(workingDirectory);
+    auto unpackDirectory = makeWorkingDirectory(workingDirectory);
     if (!unpackDirectory) {
         return nullptr;
     }
     instance->scriptDirectory = scriptDirectory;
     instance->fmuPath = fmuPath;
     instance->unpackDirectory = std::move(*unpackDirectory);
-    // Some versions of FMI Library end the process when the directory is not there; where it cannot
-    // be made, unpacking is not even tried.
-    if (!platform::createDirectories(instance->unpackDirectory) ||
-        !instance->slave.open(instance->fmuPath, instance->unpackDirectory, libraryLogger)) {
+    if (!instance->slave.open(instance->fmuPath, instance->unpackDirectory, libraryLogger)) {
         return nullptr;
     }
     const auto status = instance->slave.loadBinary(fmuCallbacks(instance.get()));

@@ -5,8 +5,7 @@
 #include "platform/clock.h"
 
 #include <cstdio>
-#include <cstring>
-#include <utility>
+#include <thread>
 
 namespace fmu_runtime {
 
@@ -18,13 +17,16 @@ constexpr std::string_view noCategory = "None";
 /// Longer than any line of an FMU that keeps its names and categories within reason.
 constexpr std::size_t usualLineSize = 1024;
 
+/// Of an FMU's instance name and category no more is written.
+constexpr std::size_t longestName = 1024;
+
 std::string_view orNull(const char* text) {
     return text != nullptr ? std::string_view(text) : std::string_view("(null)");
 }
 
-void writeToStandardOutput(std::string_view line) {
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fflush(stdout);
+void writeTo(std::FILE* stream, std::string_view line) {
+    std::fwrite(line.data(), 1, line.size(), stream);
+    std::fflush(stream);
 }
 
 /// The fields of a line in the order in which they are written.
@@ -58,23 +60,16 @@ void compose(std::string& line, const LineFields& fields) {
     *end = '\n';
 }
 
-void reportUnwritableLog(LogFile& log) {
-    if (!std::exchange(log.failureReported, true)) {
-        LogMessage message("Failed to write log file ");
-        message.add(log.path).add(": ").add(log.file.lastError());
-        compose(log.line,
-                {log.time.now(), runtimeModule, noCategory, levels::error, message.text()});
-        writeToStandardOutput(log.line);
-    }
-}
-
 void writeLine(LogFile& log, std::string_view module, std::string_view level,
                std::string_view category, std::string_view message) {
+    const ExclusiveLog exclusive(log);
     compose(log.line, {log.time.now(), module, category, level, message});
-    if (!log.file.isOpen()) {
-        writeToStandardOutput(log.line);
-    } else if (!log.file.write(log.line)) {
-        reportUnwritableLog(log);
+    if (!log.output.isOpen()) {
+        writeTo(stdout, log.line);
+    } else if (!log.output.write(log.line) && log.output.isNewFailure()) {
+        compose(log.line, {log.time.now(), runtimeModule, noCategory, levels::error,
+                           log.output.failure().text()});
+        writeTo(stderr, log.line);
     }
 }
 
@@ -116,6 +111,12 @@ std::string_view TimeText::now() noexcept {
     return size_ > 0 ? std::string_view(text_.data(), size_) : "Unknown time";
 }
 
+ExclusiveLog::ExclusiveLog(LogFile& log) noexcept : log_(log) {
+    while (log_.isBusy.test_and_set(std::memory_order_acquire)) {
+        std::this_thread::yield();
+    }
+}
+
 void logRuntime(FmiToolsInstance* instance, std::string_view level,
                 std::string_view message) noexcept {
     writeLine(instance, runtimeModule, level, noCategory, message);
@@ -133,12 +134,13 @@ void fmuLogger(fmi2_component_environment_t componentEnvironment, fmi2_string_t 
     }
     std::va_list arguments;
     va_start(arguments, message);
-    const LogMessage formatted =
-        formatForeignMessage(message != nullptr ? message : "(null)", arguments);
+    const LogMessage formatted = formatForeignMessage(message, arguments);
     va_end(arguments);
+    const ForeignText<longestName> module(instanceName);
+    const ForeignText<longestName> ownCategory(category);
     // The formatted text is itself taken for a format, so a doubled percent sign comes out single.
-    writeLine(static_cast<FmiToolsInstance*>(componentEnvironment), orNull(instanceName),
-              statusName(status), orNull(category),
+    writeLine(static_cast<FmiToolsInstance*>(componentEnvironment), module.text(),
+              statusName(status), ownCategory.text(),
               withoutDoubledPercents(formatted.text()).text());
 }
 
@@ -160,12 +162,11 @@ using namespace fmu_runtime;
 
 std::int32_t writeLogLine(FmiToolsInstance* instance, const char* module, const char* level,
                           const char* category, const char* format, ...) noexcept {
-    std::array<char, LogMessage::capacity + 1> message{};
     std::va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(message.data(), message.size(), format, arguments);
+    const LogMessage message = formatForeignMessage(format, arguments); // In no locale's own way.
     va_end(arguments);
-    writeLine(instance, orNull(module), orNull(level), orNull(category), message.data());
+    writeLine(instance, orNull(module), orNull(level), orNull(category), message.text());
     return success;
 }
 
@@ -174,12 +175,9 @@ std::int32_t fmiToolsSetLogFile(FmiToolsInstance* instance, const char* path) {
         return notAvailable;
     }
     return guarded<std::int32_t>(success, [&] {
-        LogFile& log = instance->log;
-        log.line.reserve(usualLineSize);
-        log.earlier.push_back(std::move(log.file));
-        log.path = orNull(path);
-        log.file = platform::OutputFile(path);
-        log.failureReported = false;
+        const ExclusiveLog exclusive(instance->log);
+        instance->log.line.reserve(usualLineSize);
+        instance->log.output.open(path);
         return success;
     });
 }

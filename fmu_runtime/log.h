@@ -2,9 +2,10 @@
 
 #include "fmi_tools.h"
 #include "fmu_runtime/log_message.h"
-#include "platform/output_file.h"
+#include "fmu_runtime/output_file_record.h"
 
 #include <array>
+#include <atomic>
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
@@ -12,7 +13,6 @@
 #include <fmilib.h>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace fmu_runtime {
 
@@ -32,13 +32,27 @@ class TimeText {
 
 /// The log file of an instance, and what composing its lines needs.
 struct LogFile {
-    platform::OutputFile file;
-    std::string path;
-    bool failureReported = false; ///< That the file cannot be written is said once.
-    std::vector<platform::OutputFile>
-        earlier; ///< Files that a later one replaced, closed at the end.
+    OutputFileRecord output{"log file"};
+    /// Set while a line is written: an FMU may send messages from threads of its own.
+    std::atomic_flag isBusy = ATOMIC_FLAG_INIT;
     TimeText time;
     std::string line; ///< Reused, so that composing a line allocates nothing.
+};
+
+/// Has a log to itself while it lives. Where nobody else wants it, that costs one atomic operation.
+class ExclusiveLog {
+  public:
+    explicit ExclusiveLog(LogFile& log) noexcept;
+
+    ~ExclusiveLog() { log_.isBusy.clear(std::memory_order_release); }
+
+    ExclusiveLog(const ExclusiveLog&) = delete;
+    ExclusiveLog& operator=(const ExclusiveLog&) = delete;
+    ExclusiveLog(ExclusiveLog&&) = delete;
+    ExclusiveLog& operator=(ExclusiveLog&&) = delete;
+
+  private:
+    LogFile& log_;
 };
 
 namespace levels {
@@ -75,8 +89,7 @@ void stepFinishedCallback(fmi2_component_environment_t componentEnvironment, fmi
 /// @param instance the handle; null writes to standard output.
 /// @param module   who speaks.
 /// @param level    "OK", "Warning", "Error" or "Debug"; a "Debug" line is dropped unless debug logs
-/// are
-///                 enabled.
+///                 are enabled.
 /// @param category "None" for lines that are not the FMU's.
 /// @param format   as for printf, with its arguments; the message is cut to 255 characters.
 /// @return 0, always.

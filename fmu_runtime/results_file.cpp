@@ -3,9 +3,9 @@
 #include "fmu_runtime/instance.h"
 #include "fmu_runtime/number_text.h"
 
+#include <cstdio>
 #include <memory>
 #include <new>
-#include <utility>
 
 namespace fmu_runtime {
 
@@ -72,13 +72,17 @@ Columns collectColumns(fmi2_import_t* fmu, bool includeAllVariables) {
     return columns;
 }
 
-void write(FmiToolsInstance& instance, std::string_view text) {
-    ResultsFile& results = instance.results;
-    if (!results.file.write(text) && !std::exchange(results.failureReported, true)) {
-        LogMessage message("Failed to write results file ");
-        message.add(results.path).add(": ").add(results.file.lastError());
-        logRuntime(&instance, levels::error, message);
+bool write(FmiToolsInstance& instance, std::string_view text) {
+    OutputFileRecord& output = instance.results.output;
+    const bool written = output.write(text);
+    if (!written && output.isNewFailure()) {
+        logRuntime(&instance, levels::error, output.failure());
+        if (instance.log.output.hasFailed()) { // The log shares the full disk.
+            std::fprintf(stderr, "%.*s\n", static_cast<int>(output.failure().text().size()),
+                         output.failure().text().data());
+        }
     }
+    return written;
 }
 
 /// Opens the file and writes the header. A file that does not open is left closed: no rows will
@@ -88,15 +92,12 @@ void writeResultsHeader(FmiToolsInstance& instance, const char* path, bool inclu
     ResultsFile& results = instance.results;
     Columns columns = collectColumns(instance.slave.fmu(), includeAllVariables);
     std::vector<char> row((columns.references.size() + 1) * (realTextSize + 1));
-    results.path = path != nullptr ? path : "";
-    results.earlier.push_back(std::move(results.file));
+    results.output.open(path);
     results.includeAllVariables = includeAllVariables;
     results.columns.swap(columns.references);
     results.row.swap(row);
-    results.file = platform::OutputFile(path);
-    results.failureReported = false;
-    if (results.file.isOpen()) {
-        write(instance, columns.header);
+    if (results.output.isOpen()) {
+        static_cast<void>(write(instance, columns.header)); // The rows will fail, too.
     }
 }
 
@@ -119,15 +120,15 @@ bool composeRow(FmiToolsInstance& instance, char*& end) {
 } // namespace
 
 std::int32_t writeResultsRow(FmiToolsInstance& instance) noexcept {
-    if (!instance.results.file.isOpen()) {
+    if (!instance.results.output.isOpen()) {
         return success;
     }
     return guarded<std::int32_t>(variableAccessFailed, [&] {
         char* end = nullptr;
         const bool complete = composeRow(instance, end);
         const char* begin = instance.results.row.data();
-        write(instance, {begin, static_cast<std::size_t>(end - begin)});
-        return complete ? success : variableAccessFailed;
+        const bool written = write(instance, {begin, static_cast<std::size_t>(end - begin)});
+        return complete && written ? success : variableAccessFailed;
     });
 }
 

@@ -19,6 +19,17 @@ jm_callbacks libraryCallbacks(jm_logger_f logger) {
     return callbacks;
 }
 
+/// The one place where exceptions of an FMU's code end: the answer of `call`, or `failure` where
+/// one leaves it.
+template <typename Answer, typename Call>
+Answer caught(Answer failure, Call call) noexcept {
+    try {
+        return call();
+    } catch (...) {
+        return failure;
+    }
+}
+
 } // namespace
 
 bool Slave::open(const std::string& fmuPath, const std::string& unpackDirectory,
@@ -39,16 +50,20 @@ jm_status_enu_t Slave::loadBinary(const fmi2_callback_functions_t& callbacks) {
 }
 
 jm_status_enu_t Slave::instantiate(const char* instanceName) {
-    const auto status =
-        fmi2_import_instantiate(fmu_, instanceName, fmi2_cosimulation, nullptr, fmi2_false);
+    const auto status = caught(jm_status_error, [&] {
+        return fmi2_import_instantiate(fmu_, instanceName, fmi2_cosimulation, nullptr, fmi2_false);
+    });
     instantiated_ = status != jm_status_error;
     return status;
 }
 
 void Slave::release() {
     if (std::exchange(instantiated_, false)) {
-        fmi2_import_terminate(fmu_);
-        fmi2_import_free_instance(fmu_);
+        caught(fmi2_status_fatal, [&] { return fmi2_import_terminate(fmu_); });
+        caught(fmi2_status_fatal, [&] {
+            fmi2_import_free_instance(fmu_);
+            return fmi2_status_ok;
+        });
     }
     fmi2_import_free(std::exchange(fmu_, nullptr));
     if (context_ != nullptr) {
@@ -64,48 +79,54 @@ fmi2_import_variable_t* Slave::find(const char* name) const {
     return name == nullptr ? nullptr : fmi2_import_get_variable_by_name(fmu_, name);
 }
 
+template <typename Call>
+fmi2_status_t Slave::statusOf(Call call) {
+    return instantiated_ ? caught(fmi2_status_fatal, call) : fmi2_status_fatal;
+}
+
 fmi2_status_t Slave::setupExperiment(double startTime) {
-    return instantiated_
-               ? fmi2_import_setup_experiment(fmu_, fmi2_false, 0.0, startTime, fmi2_false, 0.0)
-               : fmi2_status_fatal;
+    return statusOf([&] {
+        return fmi2_import_setup_experiment(fmu_, fmi2_false, 0.0, startTime, fmi2_false, 0.0);
+    });
 }
 
 fmi2_status_t Slave::enterInitializationMode() {
-    return instantiated_ ? fmi2_import_enter_initialization_mode(fmu_) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_enter_initialization_mode(fmu_); });
 }
 
 fmi2_status_t Slave::exitInitializationMode() {
-    return instantiated_ ? fmi2_import_exit_initialization_mode(fmu_) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_exit_initialization_mode(fmu_); });
 }
 
 fmi2_status_t Slave::doStep(double currentCommunicationPoint, double communicationStepSize) {
-    return instantiated_ ? fmi2_import_do_step(fmu_, currentCommunicationPoint,
-                                               communicationStepSize, fmi2_true)
-                         : fmi2_status_fatal;
+    return statusOf([&] {
+        return fmi2_import_do_step(fmu_, currentCommunicationPoint, communicationStepSize,
+                                   fmi2_true);
+    });
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, double value) {
-    return instantiated_ ? fmi2_import_set_real(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_set_real(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, int value) {
-    return instantiated_ ? fmi2_import_set_integer(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_set_integer(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, const char* value) {
-    return instantiated_ ? fmi2_import_set_string(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_set_string(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::get(fmi2_value_reference_t reference, double& value) {
-    return instantiated_ ? fmi2_import_get_real(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_get_real(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::get(fmi2_value_reference_t reference, int& value) {
-    return instantiated_ ? fmi2_import_get_integer(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_get_integer(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::get(fmi2_value_reference_t reference, const char*& value) {
-    return instantiated_ ? fmi2_import_get_string(fmu_, &reference, 1, &value) : fmi2_status_fatal;
+    return statusOf([&] { return fmi2_import_get_string(fmu_, &reference, 1, &value); });
 }
 
 } // namespace fmu_runtime

@@ -9,6 +9,10 @@ namespace fmu_runtime {
 ///
 /// FMI Library passes calls on to the binary whether or not there is a slave, so every call that
 /// needs one is refused here with status Fatal when the instantiation failed.
+///
+/// An exception that leaves a function of the FMU ends with the call and is its failure: nothing of
+/// it is looked at, and nothing of it is left when the binary, which may hold its type, is
+/// unloaded.
 class Slave {
   public:
     Slave() = default;
@@ -39,6 +43,10 @@ class Slave {
     [[nodiscard]] fmi2_import_t* fmu() const { return fmu_; }
 
     [[nodiscard]] const char* generationTool() const;
+
+    /// Whether the FMU has an instance.
+    [[nodiscard]] bool isInstantiated() const { return instantiated_; }
+
     /// The variable of a name, or null.
     [[nodiscard]] fmi2_import_variable_t* find(const char* name) const;
 
@@ -55,6 +63,9 @@ class Slave {
     fmi2_status_t get(fmi2_value_reference_t reference, const char*& value);
 
   private:
+    template <typename Call>
+    fmi2_status_t statusOf(Call call);
+
     jm_callbacks libraryCallbacks_{};
     fmi_import_context_t* context_ = nullptr;
     fmi2_import_t* fmu_ = nullptr;

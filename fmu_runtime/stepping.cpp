@@ -1,13 +1,29 @@
 #include "fmu_runtime/instance.h"
 
+#include <cstdio>
 #include <limits>
 
 using namespace fmu_runtime;
 
 namespace {
 
-std::int32_t initialisationResult(fmi2_status_t status) {
-    return status == fmi2_status_ok ? success : initialisationFailed;
+/// The log says that a call failed; which of FMI's statuses it was is told on standard error.
+std::int32_t resultOf(const FmiToolsInstance& instance, const char* function, fmi2_status_t status,
+                      std::int32_t failure) {
+    if (status == fmi2_status_ok) {
+        return success;
+    }
+    if (instance.slave.isInstantiated()) {
+        std::fprintf(stderr, "%s returned %s\n", function, fmi2_status_to_string(status));
+    } else {
+        std::fputs("fmi2Instantiate returned no instance\n", stderr);
+    }
+    return failure;
+}
+
+std::int32_t initialisationResult(const FmiToolsInstance* instance, const char* function,
+                                  fmi2_status_t status) {
+    return resultOf(*instance, function, status, initialisationFailed);
 }
 
 /// Logs `message` as an error when `result` is one; hands the result on.
@@ -21,18 +37,23 @@ std::int32_t reported(FmiToolsInstance* instance, std::int32_t result, const cha
 /// The experiment begins where the FMU is, which is 0 after instantiation; the configured start
 /// time only says where fmiToolsSimulate begins.
 std::int32_t setupExperiment(FmiToolsInstance* instance) {
-    return initialisationResult(instance->slave.setupExperiment(instance->currentTime));
+    return initialisationResult(instance, "fmi2SetupExperiment",
+                                instance->slave.setupExperiment(instance->currentTime));
 }
 
 std::int32_t enterInitialization(FmiToolsInstance* instance) {
     logRuntime(instance, levels::ok, "Entering initialisation mode");
-    return reported(instance, initialisationResult(instance->slave.enterInitializationMode()),
+    return reported(instance,
+                    initialisationResult(instance, "fmi2EnterInitializationMode",
+                                         instance->slave.enterInitializationMode()),
                     "Failed to enter initialisation mode");
 }
 
 std::int32_t exitInitialization(FmiToolsInstance* instance) {
     logRuntime(instance, levels::ok, "Exiting initialisation mode");
-    return reported(instance, initialisationResult(instance->slave.exitInitializationMode()),
+    return reported(instance,
+                    initialisationResult(instance, "fmi2ExitInitializationMode",
+                                         instance->slave.exitInitializationMode()),
                     "Failed to exit initialisation mode");
 }
 
@@ -76,11 +97,11 @@ std::int32_t doStepTo(FmiToolsInstance& instance, double time) {
     if (!(stepSize > std::numeric_limits<double>::epsilon())) {
         return success;
     }
-    if (instance.slave.doStep(instance.currentTime, stepSize) != fmi2_status_ok) {
-        return stepFailed;
+    const auto status = instance.slave.doStep(instance.currentTime, stepSize);
+    if (status == fmi2_status_ok) {
+        instance.currentTime = time; // Not the sum, which would drift away from the caller's times.
     }
-    instance.currentTime = time; // Not the sum, which would drift away from the caller's times.
-    return success;
+    return resultOf(instance, "fmi2DoStep", status, stepFailed);
 }
 
 std::int32_t advanceTo(FmiToolsInstance* instance, double time) {
@@ -104,7 +125,7 @@ void simulate(FmiToolsInstance* instance) {
     }
 }
 
-template <class Operation>
+template <typename Operation>
 std::int32_t initialisation(FmiToolsInstance* instance, Operation operation) {
     if (instance == nullptr) {
         return notAvailable;

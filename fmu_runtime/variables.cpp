@@ -1,6 +1,6 @@
 #include "fmu_runtime/instance.h"
+#include "platform/plain_number.h"
 
-#include <cstdlib>
 #include <optional>
 
 using namespace fmu_runtime;
@@ -37,7 +37,7 @@ std::int32_t failAccess(FmiToolsInstance* instance, const char* reason, const ch
 
 /// Sets a variable through the FMI function of the value's type, whatever the variable's own type
 /// is: the FMU decides.
-template <class Value>
+template <typename Value>
 std::int32_t setVariable(FmiToolsInstance* instance, const char* name, Value value) {
     if (instance == nullptr) {
         return success;
@@ -57,7 +57,7 @@ std::int32_t setVariable(FmiToolsInstance* instance, const char* name, Value val
 
 /// Reads a variable through the FMI function of the value's type; `value` is written only on
 /// success.
-template <class Value>
+template <typename Value>
 std::int32_t getVariable(FmiToolsInstance* instance, const char* name, Value* value) {
     if (instance == nullptr) {
         return success;
@@ -77,17 +77,15 @@ std::int32_t getVariable(FmiToolsInstance* instance, const char* name, Value* va
     });
 }
 
-/// A text that is no number counts as 0, as it always has for callers of this interface.
+/// A text that is no number counts as 0: callers of this interface rely on it.
 std::int32_t setVariableFromText(FmiToolsInstance* instance, ValueKind kind, const char* name,
                                  const char* text) {
     switch (kind) {
     case ValueKind::real:
-        // NOLINTNEXTLINE(cert-err34-c): see above
-        return fmiToolsSetRealVariableValue(instance, name, std::atof(text));
+        return fmiToolsSetRealVariableValue(instance, name, platform::realOf(text));
     case ValueKind::integer:
     case ValueKind::boolean: // Callers expect Booleans to go through the integer function.
-        // NOLINTNEXTLINE(cert-err34-c): see above
-        return fmiToolsSetIntegerVariableValue(instance, name, std::atoi(text));
+        return fmiToolsSetIntegerVariableValue(instance, name, platform::integerOf(text));
     case ValueKind::string:
         return fmiToolsSetStringVariableValue(instance, name, text);
     }

@@ -6,7 +6,7 @@
 class Logger {
   public:
     /// How much a line matters; the lower, the more.
-    enum Level { Fatal = 0, Error = 1, Warning = 2, Info = 3, Debug = 4 };
+    enum Level { fatal = 0, error = 1, warning = 2, info = 3, debug = 4 };
 
     /// The process's logger. It belongs to the host.
     static Logger* get();

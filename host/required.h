@@ -1,19 +1,21 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
-namespace data_exchange {
+namespace host {
 
-/// What `pointer` points to. The host is expected to hand over an object wherever it is asked for
-/// one; one that does not makes the operation fail instead of the process.
+/// What `pointer` points to. A host is expected to hand over an object wherever it is asked for one;
+/// one that does not makes the operation fail instead of the process.
 ///
+/// @param name what the object is, for the error's text
 /// @throws std::logic_error for a null pointer
 template <typename T>
-T& required(T* pointer) {
+T& required(T* pointer, const char* name) {
     if (pointer == nullptr) {
-        throw std::logic_error("an object of the host is missing");
+        throw std::logic_error(std::string("the host gave no ") + name);
     }
     return *pointer;
 }
 
-} // namespace data_exchange
+} // namespace host

@@ -1,7 +1,8 @@
 #pragma once
 
-// Solvers are called through the table of virtual operations alone, from programs built by other
-// compilers. This header therefore needs no other: what it declares is its whole binary interface.
+// A host calls its solvers through the table of virtual operations alone, and this header needs no
+// other. Strings and exceptions cross the border too, so host and solver must be built by compilers
+// that agree on C++ classes: a host built by Visual Studio takes solvers built by Visual Studio.
 
 class ModelManager;
 class ModelSetup;
@@ -16,8 +17,9 @@ class SolverSettings;
 /// step; terminate at the end; and then deletes the solver. Their order is the order of the table
 /// through which the host calls them and must not change.
 ///
-/// An operation reports failure by writing a code into integer parameter 11 of the solution's
-/// parameters, and returns normally; the host catches std::exception around every one.
+/// An operation from setUp on reports failure by writing a code into integer parameter 11 of the
+/// solution's parameters, and returns normally. parseCommandLine and start may also throw a
+/// std::exception, which the host catches.
 class Solver {
   public:
     /// Makes a solver that has no model manager yet.
@@ -79,14 +81,15 @@ class Solver {
     /// Coupled conditions and output results of the host's model; null without a model manager.
     ModelSetup* getModelSetup() const;
 
-    /// Splits a command line into its arguments. Blanks separate them; quotes, single or double,
-    /// hold blanks together and are themselves dropped.
+    /// Splits a command line into its arguments. How is the host's; the reference host separates
+    /// them at blanks, tabs and line ends, lets double quotes hold those together and drops the
+    /// quotes. Single quotes and backslashes are characters like any other to it.
     ///
     /// @param commandLine the text; null counts as empty
     /// @param argc receives the number of arguments
     /// @param argv receives the arguments, followed by a null entry. They belong to this solver:
-    /// valid
-    ///        until its next call of this operation or its end, and not to be freed by the caller.
+    ///             valid until its next call of this operation or its end, and not to be freed by
+    ///             the caller.
     void convertToArgcArgv(const char* commandLine, int& argc, char**& argv);
 
     /// Logs the arguments, one a line, for whoever wonders how a command line was split.

@@ -1,7 +1,6 @@
 #pragma once
 
-// Read and written through the table of virtual operations alone, like Solver; needs no other
-// header.
+// Read and written through the table of virtual operations alone, like Solver; needs no header.
 
 /// A table of tuples, each of some components of type `T`. Tuple 0 is the current value.
 ///

@@ -35,24 +35,35 @@
  * | -1 | null handle, or the results file could not be set up |
  * | -200 | setting up the experiment, entering or leaving initialisation mode failed |
  * | -201 | a step (fmi2DoStep) did not return OK |
- * | -202 | no variable of that name, its type is not supported, or an FMI call did not return OK |
+ * | -202 | no variable of that name, its type is not supported, an FMI call did not return OK, or a row of results could not be written |
  *
- * Whatever fails is also a line in the log. No function throws or ends the process.
+ * What fails is also a line in the log, except: a null handle; a load, whose reasons are on
+ * standard error; a log or results file that cannot be opened; and fmiToolsSetVariableValue() for a
+ * variable that does not exist or has no supported type. An exception that leaves a function of the
+ * FMU is the failure of that call. No function throws or ends the process.
+ *
+ * @par The log
+ * A line is "[time][module][category][level] message": the local time in the form of the locale
+ * (strftime "%c"), "FMITools" or the FMU's instance name, "None" or the FMU's category, "OK",
+ * "Warning", "Error", "Debug" or the name of the FMU's status. Messages are cut to 255 characters,
+ * an FMU's instance name and category to 1024. Real numbers are written as printf does for "%.16e",
+ * with a point whatever the locale; numbers that are not finite as "inf", "-inf", "nan" and "-nan".
+ * Lines that an FMU sends from threads of its own while it is instantiated are serialised with all
+ * others.
  *
  * @par Conventions
  * Texts are zero-terminated; the runtime copies those that it keeps. Paths are narrow texts in the
  * code page of the process. Times are in seconds. A handle is used from one thread at a time;
  * several handles are independent of each other. An FMU whose instantiation failed is never called:
- * every function that would need it answers its failure code.
+ * every function that would need it answers its failure code, apart from fmiToolsSetVariableValue()
+ * and fmiToolsSimulate(), which answer 0 and log the failure. A null name is that of no variable.
  */
 #ifndef FMI_TOOLS_H
 #define FMI_TOOLS_H
 
 #include <stdint.h>
 
-#if defined(FMI_TOOLS_STATIC)
-#define FMI_TOOLS_EXPORT
-#elif defined(_WIN32)
+#if defined(_WIN32)
 #if defined(FMI_TOOLS_BUILDING)
 #define FMI_TOOLS_EXPORT __declspec(dllexport)
 #else
@@ -83,13 +94,17 @@ typedef struct FmiToolsInstance FmiToolsInstance;
  * @param fmuPath          path of the FMU archive.
  * @param workingDirectory directory the archive is unpacked into, absolute or relative to the
  *                         process's current directory; created when it does not exist; kept
- *                         after the run.
+ *                         after the run. On Windows a path is absolute when its second character
+ *                         is ":" or it begins with two separators, elsewhere when it begins with
+ *                         "/". The absolute path has at most 259 characters on Windows and 4095
+ *                         elsewhere. One that cannot be used is a line on standard error with the
+ *                         reason.
  * @param scriptDirectory  directory of the clean-up script, with its closing separator
  *                         (see fmiToolsCleanup()).
- * @return a handle that fmiToolsCleanup() ends; null when an argument is null, the archive cannot
- *         be unpacked, the FMU is not FMI 2.0, offers no Co-Simulation, or its library does not
- *         load. A failed fmi2Instantiate still yields a handle: the calls that need the FMU then
- *         answer their failure codes.
+ * @return a handle that fmiToolsCleanup() ends; null when an argument is null, the working
+ *         directory cannot be used, the archive cannot be unpacked, the FMU is not FMI 2.0, offers
+ *         no Co-Simulation, or its library does not load. A failed fmi2Instantiate still yields a
+ *         handle: the calls that need the FMU then answer their failure codes.
  */
 FMI_TOOLS_EXPORT FmiToolsInstance*
 fmiToolsLoadFmu(const char* fmuPath, const char* workingDirectory, const char* scriptDirectory);
@@ -98,11 +113,12 @@ fmiToolsLoadFmu(const char* fmuPath, const char* workingDirectory, const char* s
  * Sends the log lines to a file from now on; before, they go to standard output.
  *
  * Every line is on its way to the file when the call that wrote it returns. A path that cannot be
- * opened is no error: the lines stay on standard output. A second call switches to the new file;
- * the first one is closed by fmiToolsCleanup().
+ * opened is no error: the lines stay on standard output. A line that cannot be written, such as on
+ * a full disk, is lost and no call fails for it; standard error says so once, with the reason. A
+ * second call switches to the new file; the first one is closed by fmiToolsCleanup().
  *
  * @param instance the handle.
- * @param path     the file, created or truncated.
+ * @param path     the file, created or truncated; null is a file that cannot be opened.
  * @return 0; -1 for a null handle.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetLogFile(FmiToolsInstance* instance, const char* path);
@@ -130,10 +146,11 @@ FMI_TOOLS_EXPORT const char* fmiToolsGetGenerationTool(FmiToolsInstance* instanc
  *
  * The columns are the time and, in the order of the model description, every Real variable that is
  * not local, as "name[unit]" with "-" for no unit. A row follows after each successful step. A path
- * that cannot be opened is no error: the run goes on without results.
+ * that cannot be opened is no error: the run goes on without results. A second call switches to the
+ * new file, which gets a header of its own; the first one is closed by fmiToolsCleanup().
  *
  * @param instance the handle.
- * @param path     the file, created or truncated.
+ * @param path     the file, created or truncated; null is a file that cannot be opened.
  * @return 0; -1 for a null handle or when memory for the columns ran out, with the log line "Failed
  *         to setup results logging".
  */
@@ -162,7 +179,7 @@ FMI_TOOLS_EXPORT int32_t fmiToolsGetUserData(FmiToolsInstance* instance, void** 
  *
  * @param instance the handle.
  * @param name     the variable's full name.
- * @param exists   receives 1 or 0; 0 for a null handle.
+ * @param exists   receives 1 or 0; 0 for a null handle. May be null.
  * @return 0, always.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsGetVariableExists(FmiToolsInstance* instance, const char* name,
@@ -171,9 +188,10 @@ FMI_TOOLS_EXPORT int32_t fmiToolsGetVariableExists(FmiToolsInstance* instance, c
 /**
  * Sets a variable from a text, by the variable's own type.
  *
- * Real: the text as atof() reads it. Integer, Enumeration and Boolean: as atoi() reads it, set
- * through fmi2SetInteger; so 1 and 0 are the spellings of a Boolean. String: the text itself. A
- * text that is no number counts as 0.
+ * Real: the text as atof() reads it in the C locale, with a decimal point whatever locale the
+ * process has set. Integer, Enumeration and Boolean: as atoi() reads it there, set through
+ * fmi2SetInteger; so 1 and 0 are the spellings of a Boolean. String: the text itself. A text that
+ * is no number counts as 0.
  *
  * @param instance the handle.
  * @param name     the variable's full name.
@@ -228,7 +246,8 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSetStringVariableValue(FmiToolsInstance* instan
  * @param instance the handle.
  * @param name     the variable's full name.
  * @param value    receives the value in the variable's unit; written only on success.
- * @return 0; -202, with a log line, when there is no such variable or the FMU did not return OK;
+ * @return 0; -202, with a log line, when there is no such variable, value is null or the FMU did
+ *         not return OK;
  *         0 with nothing written for a null handle.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsGetRealVariableValue(FmiToolsInstance* instance, const char* name,
@@ -318,10 +337,15 @@ FMI_TOOLS_EXPORT int32_t fmiToolsEndInitialization(FmiToolsInstance* instance);
  * A target that is not beyond the current time by more than 2^-52 s makes no step; the row is
  * written all the same.
  *
+ * A row that cannot be written, such as on a full disk, is left out as a whole and "Results logging
+ * failed"; the reason is in the log once for each file. The FMU has made its step then, and the
+ * caller may go on.
+ *
  * @param instance the handle.
  * @param time     the target in seconds; becomes the current time exactly.
  * @return 0; -201 when the step did not return OK (time and results stay as they were); -202 when a
- *         value of the row could not be read; 0 for a null handle. Failures are logged.
+ *         value of the row could not be read or the row could not be written; 0 for a null handle.
+ *         Failures are logged.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsSimulateToT(FmiToolsInstance* instance, double time);
 
@@ -331,6 +355,10 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSimulateToT(FmiToolsInstance* instance, double 
  *
  * The grid is made by repeated addition; an end time that is not on it is not reached. A step that
  * fails is logged and the next one is attempted.
+ *
+ * @warning The call never ends when the log interval is zero or negative, or too small to change
+ *          the time it is added to. The default is the step size of the FMU's default experiment:
+ *          where the FMU is not known, set the interval or check it.
  *
  * @param instance the handle.
  * @return 0, always.
@@ -343,7 +371,8 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSimulate(FmiToolsInstance* instance);
  *
  * The script is "fmuclean.bat" on Windows and "fmuclean.sh" elsewhere, in the script directory
  * given to fmiToolsLoadFmu(), called with "." as its argument; without a script nothing but a
- * complaint of the command interpreter happens. Log lines after the log file is closed go to
+ * complaint of the command interpreter happens. An empty script directory is the current one. The
+ * log file ends with "Closing plugin" and what the FMU says in those two calls; later lines go to
  * standard output.
  *
  * @param instance the handle; not to be used afterwards.

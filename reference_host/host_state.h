@@ -111,6 +111,7 @@ struct Solution::State {
 
 struct ModelManager::State {
     reference_host::Owned<Solution> solution;
+    bool solutionWithheld = false;
     reference_host::Owned<SolverSettings> solverSettings;
     SimulationDataModel model;
     reference_host::Owned<ModelSetup> modelSetup;

@@ -60,5 +60,5 @@ SolutionSettings* Solution::getSolutionSettings() const {
 ModelManager::ModelManager(State& state) : state_(state) {}
 
 Solution* ModelManager::getSolution() const {
-    return &state_.solution.object;
+    return state_.solutionWithheld ? nullptr : &state_.solution.object;
 }

@@ -1,9 +1,14 @@
 #include "reference_host/simulation.h"
 
+#include "host/setting_indices.h"
 #include "reference_host/host_state.h"
-#include "reference_host/setting_indices.h"
 
 namespace reference_host {
+
+namespace solver_parameter = host::solver_parameter;
+namespace solver_option = host::solver_option;
+namespace solution_parameter = host::solution_parameter;
+namespace solution_option = host::solution_option;
 
 struct Simulation::Objects {
     Owned<ModelManager> manager;
@@ -47,8 +52,16 @@ void Simulation::setStepSkipParameter(bool skip) {
     objects_->solution().parameters.state.integers[solution_parameter::stepSkip] = skip ? 1 : 0;
 }
 
+void Simulation::withholdSolution() {
+    objects_->manager.state.solutionWithheld = true;
+}
+
 int Simulation::failureCode() const {
     return objects_->solution().parameters.object.getIntParameter(solution_parameter::status);
+}
+
+void Simulation::resetFailureCode() {
+    objects_->solution().parameters.object.setParameter(solution_parameter::status, 0);
 }
 
 TupleArray<double>& Simulation::addCoupledCondition(const std::string& name, int size) {

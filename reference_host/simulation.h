@@ -40,9 +40,16 @@ class Simulation {
     void setStepSkipOption(bool skip);
     void setStepSkipParameter(bool skip);
 
+    /// From now on the model manager hands out no solution. A solver still finds the settings of the
+    /// run by Solver::getSolutionSettings().
+    void withholdSolution();
+
     /// The code that the solver last reported a failure with (solution integer parameter 11); 0
     /// when it never did.
     [[nodiscard]] int failureCode() const;
+
+    /// Makes the code 0, so that the next failure shows even when it has the code of the last one.
+    void resetFailureCode();
 
     /// Adds a coupled condition whose value has `size` components, and a quantity of the same name.
     /// Tuple 0 of the returned array is what the solver reads; the array lives as long as this

@@ -29,8 +29,8 @@ SolverSettings* Solver::getSolverSettings() const {
 }
 
 SolutionSettings* Solver::getSolutionSettings() const {
-    const ModelManager* manager = getModelManager();
-    return manager == nullptr ? nullptr : manager->getSolution()->getSolutionSettings();
+    ModelManager* manager = getModelManager();
+    return manager == nullptr ? nullptr : &manager->state_.solution.state.settings.object;
 }
 
 SimulationDataModel* Solver::getMyModel() const {
@@ -51,6 +51,6 @@ void Solver::convertToArgcArgv(const char* commandLine, int& argc, char**& argv)
 
 void Solver::debugPrintArgcArgv(int argc, char** argv) const {
     for (int i = 0; i < argc; ++i) {
-        Logger::get()->log(Logger::Debug, "argv[" + std::to_string(i) + "]: " + argv[i]);
+        Logger::get()->log(Logger::debug, "argv[" + std::to_string(i) + "]: " + argv[i]);
     }
 }

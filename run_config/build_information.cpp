@@ -6,14 +6,21 @@ namespace run_config {
 
 namespace {
 
-constexpr BuildValues thisBuild{build_values::version, build_values::versionSuffix, __DATE__,
-                                build_values::branch, build_values::commit};
+constexpr BuildValues thisBuild{build_values::version, build_values::versionSuffix,
+                                build_values::date, build_values::branch, build_values::commit};
 
 /// The one place where the compiler's macros are read.
 constexpr ToolChain readCompilerMacros() {
     ToolChain found;
-#ifdef _WIN32
+#if defined(_WIN32)
     found.windows = true;
+#elif defined(__linux__)
+    found.linuxSystem = true;
+#endif
+#if defined(__clang__) && defined(__VERSION__)
+    found.otherCompiler = __VERSION__; // "Clang 14.0.6", perhaps with its vendor before.
+#elif defined(__GNUC__)
+    found.otherCompiler = "GCC " __VERSION__;
 #endif
 #if defined(__INTEL_COMPILER)
     found.intelVersion = __INTEL_COMPILER;
@@ -50,23 +57,30 @@ std::string visualStudioText(const ToolChain& tools) {
     return text;
 }
 
-std::string compilerText(const ToolChain& tools) {
-    if (tools.intelVersion == 0) {
-        return "<unknown compiler>";
+// The words for Windows are those that users' tools search for; they know no other compiler, and
+// 64 bits read like 32. Elsewhere the words say what is.
+
+std::string systemText(const ToolChain& tools) {
+    if (tools.windows) {
+        return "Windows";
     }
-    return "Intel Compiler " + std::to_string(tools.intelVersion) + " - " + visualStudioText(tools);
+    return tools.linuxSystem ? "Linux" : "<unknown os>";
+}
+
+std::string compilerText(const ToolChain& tools) {
+    if (tools.intelVersion != 0) {
+        return "Intel Compiler " + std::to_string(tools.intelVersion) + " - " +
+               visualStudioText(tools);
+    }
+    const bool named = !tools.windows && tools.otherCompiler != nullptr;
+    return named ? tools.otherCompiler : "<unknown compiler>";
 }
 
 std::string bitsText(const ToolChain& tools) {
-    std::string text = "<unknown bits>";
-    if (tools.x86With64Bits) {
-        text = "x86_64";
+    if (tools.x86With64Bits && !tools.windows) {
+        return "x86_64";
     }
-    // Holds for 64 bits too, which are therefore reported like 32: the line has always read so.
-    if (tools.x86) {
-        text = "x86_32";
-    }
-    return text;
+    return tools.x86 ? "x86_32" : "<unknown bits>";
 }
 
 } // namespace
@@ -85,9 +99,8 @@ std::string buildText(const BuildValues& values) {
 }
 
 std::string environmentText(const ToolChain& tools) {
-    return std::string("Compilation Environment: ") + (tools.windows ? "Windows" : "<unknown os>") +
-           "; " + compilerText(tools) + "; " + bitsText(tools) + "; " +
-           (tools.release ? "Release" : "<unknown config>") + "; " +
+    return "Compilation Environment: " + systemText(tools) + "; " + compilerText(tools) + "; " +
+           bitsText(tools) + "; " + (tools.release ? "Release" : "<unknown config>") + "; " +
            (tools.multithreadedReleaseDll ? "Multithread Release DLL (/MD)" : "<Unknown runtime>");
 }
 

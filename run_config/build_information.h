@@ -9,7 +9,7 @@ namespace run_config {
 struct BuildValues {
     const char* version;       ///< Three numbers separated by points.
     const char* versionSuffix; ///< Follows the version directly; empty in ordinary builds.
-    const char* date;          ///< Day of the compilation, like "Jan 31 2025".
+    const char* date;          ///< Day of the build's commit, like "Jan 31 2025".
     const char* branch;        ///< Branch of the source control.
     const char* commit;        ///< Its commit, seven hexadecimal digits.
 };
@@ -17,6 +17,9 @@ struct BuildValues {
 /// What the compiler says of itself and of its target.
 struct ToolChain {
     bool windows = false;
+    bool linuxSystem = false;
+    /// Name and version of any other compiler than Intel's; null for none that names itself.
+    const char* otherCompiler = nullptr;
     int intelVersion = 0;     ///< Version of the Intel compiler, 0 for any other.
     int microsoftVersion = 0; ///< Version of the Microsoft compiler that it is, or stands in for.
     bool x86 = false;         ///< An x86 processor of either width.

@@ -48,8 +48,8 @@ int FmiSolverOptions::parseArguments(int argc, char** argv) {
         return 0;
     }
     const bool fileGiven = namesParameterFile(tokens);
-    // Every token is examined, the first and the arguments of other options included: existing
-    // command lines depend on an option word acting wherever it stands.
+    // Every token is examined, the first and the arguments of other options included: an option word
+    // acts wherever it stands.
     for (std::size_t i = 0; i < tokens.size(); ++i) {
         applyOption(tokens, i, fileGiven);
     }

@@ -1,5 +1,6 @@
 #include "run_config/parameters_file.h"
 
+#include "platform/plain_number.h"
 #include "run_config/console.h"
 
 #include <pugixml.hpp>
@@ -41,7 +42,7 @@ bool readParametersFile(const std::string& path, FmuParameterMap& parameters) {
         return false;
     }
     const auto settings = document.child("FMUSettings");
-    if (settings.attribute("Version").as_double() != 1.0) {
+    if (platform::realOf(settings.attribute("Version").value()) != 1.0) {
         printLine({"Version of FMU parameters file"});
         return false;
     }

@@ -1,6 +1,8 @@
-#include "solver_plugin/run_paths.h"
+#include "run_config/run_paths.h"
 
-namespace solver_plugin {
+#include <cstdlib>
+
+namespace run_config {
 
 namespace {
 
@@ -16,6 +18,11 @@ std::string scriptDirectoryFor(const platform::PathStyle& style, std::string_vie
     return std::string(platform::directoryOf(style, modelFilePath)) + "/FMITools/";
 }
 
+std::string outputDirectoryFor(const std::string& workingDirectory) {
+    const char* elsewhere = std::getenv("TEST_OUTPUT_PATH");
+    return elsewhere == nullptr ? workingDirectory : elsewhere;
+}
+
 std::string runFileStem(const platform::PathStyle& style, std::string_view outputDirectory,
                         std::string_view fmuPath) {
     std::string path = platform::withTrailingSeparator(style, outputDirectory);
@@ -23,4 +30,4 @@ std::string runFileStem(const platform::PathStyle& style, std::string_view outpu
     return path.substr(0, path.rfind('.'));
 }
 
-} // namespace solver_plugin
+} // namespace run_config

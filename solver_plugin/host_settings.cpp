@@ -1,9 +1,10 @@
 #include "solver_plugin/host_settings.h"
 
-#include "data_exchange/required.h"
 #include "host/model_manager.h"
 #include "host/options.h"
 #include "host/parameters.h"
+#include "host/required.h"
+#include "host/setting_indices.h"
 #include "host/solution.h"
 #include "host/solution_settings.h"
 #include "host/solver.h"
@@ -11,49 +12,62 @@
 
 namespace solver_plugin {
 
+using host::required;
+
 namespace {
 
-using data_exchange::required;
+const SolverSettings& solverSettings(const Solver& solver) {
+    return required(solver.getSolverSettings(), "solver settings");
+}
 
-// Each store of the host counts its settings on its own.
-constexpr int workingDirectoryParameter = 1; // solver settings, text
-constexpr int modelFilePathParameter = 2;    // solution, text
-constexpr int statusParameter = 11;          // solution, integer
-constexpr int stepSkipParameter = 12;        // solution, integer
-constexpr int coupledOption = 1;             // solver settings
-constexpr int stepSkipOption = 2;            // solution
+/// The run's settings as a solver finds them by itself.
+const SolutionSettings& ownSolutionSettings(const Solver& solver) {
+    return required(solver.getSolutionSettings(), "solution settings");
+}
 
-SolutionSettings& solutionSettings(const Solver& solver) {
-    const Solution& solution = required(required(solver.getModelManager()).getSolution());
-    return required(solution.getSolutionSettings());
+/// The run's settings by way of the model manager.
+const SolutionSettings& solutionSettings(const Solver& solver) {
+    const ModelManager& manager = required(solver.getModelManager(), "model manager");
+    const Solution& solution = required(manager.getSolution(), "solution");
+    return required(solution.getSolutionSettings(), "solution settings");
+}
+
+Parameters& parametersOf(const SolutionSettings& settings) {
+    return required(settings.getParameters(), "solution parameters");
 }
 
 } // namespace
 
 std::string workingDirectory(const Solver& solver) {
-    const SolverSettings& settings = required(solver.getSolverSettings());
-    return required(settings.getSolverSettingParameters())
-        .getStringParameter(workingDirectoryParameter);
+    const Parameters& parameters =
+        required(solverSettings(solver).getSolverSettingParameters(), "solver parameters");
+    return parameters.getStringParameter(host::solver_parameter::workingDirectory);
 }
 
 std::string modelFilePath(const Solver& solver) {
-    const SolutionSettings& settings = required(solver.getSolutionSettings());
-    return required(settings.getParameters()).getStringParameter(modelFilePathParameter);
+    return parametersOf(ownSolutionSettings(solver))
+        .getStringParameter(host::solution_parameter::modelFilePath);
 }
 
 bool isCoupled(const Solver& solver) {
-    const SolverSettings& settings = required(solver.getSolverSettings());
-    return required(settings.getSolverSettingOptions()).getOption(coupledOption);
+    const Options& options =
+        required(solverSettings(solver).getSolverSettingOptions(), "solver options");
+    return options.getOption(host::solver_option::coupled);
 }
 
 bool isStepSkipped(const Solver& solver) {
     const SolutionSettings& settings = solutionSettings(solver);
-    return required(settings.getOptions()).getOption(stepSkipOption) ||
-           required(settings.getParameters()).getIntParameter(stepSkipParameter) != 0;
+    const Options& options = required(settings.getOptions(), "solution options");
+    return options.getOption(host::solution_option::stepSkip) ||
+           parametersOf(settings).getIntParameter(host::solution_parameter::stepSkip) != 0;
 }
 
 void writeStatus(const Solver& solver, int code) {
-    required(solutionSettings(solver).getParameters()).setParameter(statusParameter, code);
+    parametersOf(solutionSettings(solver)).setParameter(host::solution_parameter::status, code);
+}
+
+void writeSetUpStatus(const Solver& solver, int code) {
+    parametersOf(ownSolutionSettings(solver)).setParameter(host::solution_parameter::status, code);
 }
 
 } // namespace solver_plugin

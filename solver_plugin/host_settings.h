@@ -25,4 +25,8 @@ bool isStepSkipped(const Solver& solver);
 /// Reports a failure to the host.
 void writeStatus(const Solver& solver, int code);
 
+/// writeStatus() for set-up, which takes the solver's own way to the settings of the run: a host may
+/// set its solvers up before its model manager has a solution.
+void writeSetUpStatus(const Solver& solver, int code);
+
 } // namespace solver_plugin

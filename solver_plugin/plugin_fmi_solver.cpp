@@ -3,15 +3,18 @@
 #include "create_solver.h"
 #include "data_exchange/inputs.h"
 #include "data_exchange/outputs.h"
-#include "data_exchange/required.h"
 #include "host/logger.h"
 #include "host/parameters.h"
+#include "host/required.h"
+#include "host/setting_indices.h"
 #include "host/solver_settings.h"
+#include "platform/path_style.h"
 #include "run_config/build_information.h"
 #include "run_config/console.h"
+#include "run_config/run_paths.h"
 #include "solver_plugin/host_settings.h"
+#include "solver_plugin/plugin_log.h"
 #include "solver_plugin/run.h"
-#include "solver_plugin/run_paths.h"
 #include "solver_plugin/run_setup.h"
 #include "solver_plugin/start.h"
 
@@ -23,44 +26,10 @@ namespace solver_plugin {
 
 namespace {
 
-using data_exchange::required;
-
-constexpr int commandLineParameter = 3;
-
 /// The codes that tell the host what failed.
 constexpr int outputFailure = 3;
 constexpr int preparationFailure = 4;
 constexpr int runFailure = 5;
-
-/// Runs `operation`; what it throws becomes a negative result, because hosts are only prepared for
-/// an FMU of the wrong kind.
-template <typename Operation>
-std::int32_t guarded(Operation operation) {
-    try {
-        return operation();
-    } catch (const KindMismatch&) {
-        throw;
-    } catch (...) {
-        return -1;
-    }
-}
-
-/// Runs `operation` and reports a negative result to the host as `failureCode`.
-template <typename Operation>
-void runOperation(const Solver& solver, int failureCode, Operation operation) {
-    if (guarded(operation) < 0) {
-        guarded([&] {
-            writeStatus(solver, failureCode);
-            return 0;
-        });
-    }
-}
-
-/// runOperation() for the operations of a step, which the host can switch off.
-template <typename Operation>
-void runStepOperation(const Solver& solver, int failureCode, Operation operation) {
-    runOperation(solver, failureCode, [&] { return isStepSkipped(solver) ? 0 : operation(); });
-}
 
 std::unique_ptr<SolverCore> createCore() {
     try {
@@ -85,15 +54,60 @@ const Parameters& settingParameters(const Solver& solver) {
 PluginFmiSolver::PluginFmiSolver() : core_(createCore()) {}
 
 SolverCore& PluginFmiSolver::core() const {
-    return required(core_.get());
+    if (core_ == nullptr) {
+        throw std::bad_alloc();
+    }
+    return *core_;
+}
+
+template <typename Operation>
+std::int32_t PluginFmiSolver::resultOf(const char* name, Operation operation) const {
+    FmiToolsInstance* fmu = core_ == nullptr ? nullptr : core_->runtime;
+    try {
+        return operation();
+    } catch (const std::exception& error) {
+        logLine(fmu, "Error", "%s: %s", name, error.what());
+    } catch (...) {
+        logLine(fmu, "Error", "%s: the host threw something that is no std::exception", name);
+    }
+    return -1;
+}
+
+template <typename Operation>
+void PluginFmiSolver::perform(const char* name, int failureCode, Operation operation) const {
+    report(name, failureCode, resultOf(name, operation));
+}
+
+template <typename Operation>
+void PluginFmiSolver::performStep(const char* name, int failureCode, Operation operation) const {
+    perform(name, failureCode, [&] { return isStepSkipped(*this) ? 0 : operation(); });
+}
+
+void PluginFmiSolver::report(const char* name, int failureCode, std::int32_t result) const {
+    if (result < 0) {
+        resultOf(name, [&] {
+            writeStatus(*this, failureCode);
+            return 0;
+        });
+    }
+}
+
+std::int32_t PluginFmiSolver::setInputs() const {
+    return data_exchange::setFmuInputs(core().runtime, core().settings->arrayInputs(),
+                                       getModelSetup());
+}
+
+std::int32_t PluginFmiSolver::getOutputs() const {
+    return data_exchange::getFmuOutputs(core().runtime, core().settings->outputsAreArrays(),
+                                        getModelSetup());
 }
 
 void PluginFmiSolver::printBanner() {
-    guarded([] {
-        Logger& logger = required(Logger::get());
-        constexpr auto level = static_cast<Logger::Level>(3);
-        logger.log(level, "FMISolver " + run_config::buildText(run_config::buildValues()));
-        logger.log(level, "FMISolver " + run_config::environmentText(run_config::toolChain()));
+    using namespace run_config;
+    resultOf("printBanner", [] {
+        Logger& logger = host::required(Logger::get(), "logger");
+        logger.log(Logger::info, "FMISolver " + buildText(buildValues()));
+        logger.log(Logger::info, "FMISolver " + environmentText(toolChain()));
         return 0;
     });
 }
@@ -101,84 +115,81 @@ void PluginFmiSolver::printBanner() {
 void PluginFmiSolver::parseCommandLine(ModelManager* modelManager) {
     setModelManager(modelManager);
     const Parameters& parameters = settingParameters(*this);
-    bool parsed = false;
-    try {
-        const std::string commandLine = parameters.getStringParameter(commandLineParameter);
-        int argc = 0;
-        char** argv = nullptr;
-        convertToArgcArgv(commandLine.c_str(), argc, argv);
-        debugPrintArgcArgv(argc, argv);
-        parsed = core_ != nullptr && core_->settings->parseArguments(argc, argv) >= 0;
-    } catch (const std::bad_alloc&) {
-        parsed = false;
-    }
-    if (!parsed) {
+    const std::string commandLine =
+        parameters.getStringParameter(host::solver_parameter::commandLine);
+    int argc = 0;
+    char** argv = nullptr;
+    convertToArgcArgv(commandLine.c_str(), argc, argv);
+    debugPrintArgcArgv(argc, argv);
+    if (core().settings->parseArguments(argc, argv) < 0) {
         throw std::runtime_error("Unable to parse FMISolver command line");
     }
 }
 
 void PluginFmiSolver::setUp(ModelManager* modelManager) {
-    runOperation(*this, preparationFailure, [&] {
+    const std::int32_t result = resultOf("setUp", [&] {
         setModelManager(modelManager);
         const std::string directory = workingDirectory(*this);
-        return openRun(core(), directory,
-                       scriptDirectoryFor(platform::nativePaths(), modelFilePath(*this)));
+        const std::string scriptDirectory =
+            run_config::scriptDirectoryFor(platform::nativePaths(), modelFilePath(*this));
+        return openRun(core(), directory, scriptDirectory);
     });
+    if (result < 0) {
+        resultOf("setUp", [&] {
+            writeSetUpStatus(*this, preparationFailure);
+            return 0;
+        });
+    }
 }
 
 void PluginFmiSolver::applyInitialInputs(int /*iteration*/) {
-    runOperation(*this, preparationFailure, [&] {
-        return data_exchange::setFmuInputs(core(), getMyModel(), getModelSetup());
-    });
+    perform("applyInitialInputs", preparationFailure, [&] { return setInputs(); });
 }
 
 void PluginFmiSolver::start() {
-    runOperation(*this, preparationFailure, [&] {
+    const std::int32_t result = resultOf("start", [&] {
         run_config::printLine(
             {"FMISolver: Running in ", isCoupled(*this) ? "coupled" : "standalone", " mode"});
         return startRun(core(), getMyModel(), getModelSetup());
     });
+    if (result == kindMismatch) {
+        throw std::runtime_error("Unexpected FMUType. FMU does not match type: " +
+                                 core().settings->fmuType());
+    }
+    report("start", preparationFailure, result);
 }
 
 void PluginFmiSolver::writeInitialOutputs(int /*iteration*/) {
-    runOperation(*this, preparationFailure, [&] {
-        return data_exchange::getFmuOutputs(core(), getMyModel(), getModelSetup());
-    });
+    perform("writeInitialOutputs", preparationFailure, [&] { return getOutputs(); });
 }
 
 void PluginFmiSolver::applyInputs(double /*time*/) {
-    runStepOperation(*this, runFailure, [&] {
-        return data_exchange::setFmuInputs(core(), getMyModel(), getModelSetup());
-    });
+    performStep("applyInputs", runFailure, [&] { return setInputs(); });
 }
 
 void PluginFmiSolver::solveTo(double time) {
-    runStepOperation(*this, runFailure, [&] { return advanceSolver(core().runtime, time); });
+    performStep("solveTo", runFailure, [&] { return advanceSolver(core().runtime, time); });
 }
 
 void PluginFmiSolver::writeOutputs(double /*time*/) {
-    runStepOperation(*this, outputFailure, [&] {
-        return data_exchange::getFmuOutputs(core(), getMyModel(), getModelSetup());
-    });
+    performStep("writeOutputs", outputFailure, [&] { return getOutputs(); });
 }
 
 void PluginFmiSolver::terminate() {
     // The handle goes with the FMU: a host that calls on afterwards meets a solver without one.
-    runOperation(*this, runFailure, [&] {
-        return stopSolver(core_ == nullptr ? nullptr : std::exchange(core_->runtime, nullptr));
-    });
+    FmiToolsInstance* fmu = core_ == nullptr ? nullptr : std::exchange(core_->runtime, nullptr);
+    perform("terminate", runFailure, [&] { return stopSolver(fmu); });
 }
 
 } // namespace solver_plugin
 
 Solver* createSolver() {
     using namespace run_config;
-    Solver* solver = nullptr;
-    solver_plugin::guarded([&] {
+    try {
         printLine({"PluginFMISolver: ", buildText(buildValues())});
         printLine({"PluginFMISolver: ", environmentText(toolChain())});
-        solver = new (std::nothrow) solver_plugin::PluginFmiSolver;
-        return 0;
-    });
-    return solver;
+        return new (std::nothrow) solver_plugin::PluginFmiSolver;
+    } catch (...) {
+        return nullptr;
+    }
 }

@@ -3,6 +3,7 @@
 #include "host/solver.h"
 #include "solver_plugin/solver_core.h"
 
+#include <cstdint>
 #include <memory>
 
 namespace solver_plugin {
@@ -10,9 +11,11 @@ namespace solver_plugin {
 /// The solver that a host gets from createSolver(): runs one FMU as partner of the host's model.
 ///
 /// A failed operation writes its code into integer parameter 11 of the solution's parameters and
-/// returns normally; success writes nothing. Only parseCommandLine() and start() throw, and only
-/// what is said there. After a failed setUp() every other operation may still be called. Its end
-/// leaves the FMU loaded unless terminate() was called.
+/// returns normally; success writes nothing. What the operation threw, or what the host's objects
+/// threw at it, is an error line in the run's log before, on standard output while there is no log.
+/// Only parseCommandLine() and start() throw, and only what is said there. After a failed setUp()
+/// every other operation may still be called. Its end leaves the FMU loaded unless terminate() was
+/// called.
 class PluginFmiSolver final : public Solver {
   public:
     /// Makes a solver without an FMU. When there is no memory for its members it is made all the
@@ -24,11 +27,12 @@ class PluginFmiSolver final : public Solver {
 
     /// Reads the command line (string parameter 3 of the solver settings) into the options.
     ///
-    /// @throws std::runtime_error when there is no command line or it holds no token;
-    ///         std::bad_alloc when memory runs out
+    /// @throws std::runtime_error when there is no command line or it holds no token
+    /// @throws std::bad_alloc when memory runs out
     void parseCommandLine(ModelManager* modelManager) override;
 
-    /// Loads the FMU and opens log and results. Code 4.
+    /// Loads the FMU and opens log and results. Code 4, written into the settings that
+    /// Solver::getSolutionSettings() answers.
     void setUp(ModelManager* modelManager) override;
 
     /// Sets the FMU's inputs from the coupled conditions. Code 4.
@@ -36,7 +40,8 @@ class PluginFmiSolver final : public Solver {
 
     /// Applies the FMU parameters, enters initialisation mode, checks the FMU's kind. Code 4.
     ///
-    /// @throws KindMismatch, a std::runtime_error, when the FMU is not of the declared kind
+    /// @throws std::runtime_error when the FMU is not of the declared kind. It is of exactly that
+    ///         class, so that nothing of it lies in this library, which the host may unload first.
     void start() override;
 
     /// Fills the output results from the FMU. Code 4.
@@ -56,7 +61,25 @@ class PluginFmiSolver final : public Solver {
     void terminate() override;
 
   private:
-    SolverCore& core() const;
+    /// What `operation` answers; -1, after an error line in the log, when it throws.
+    template <typename Operation>
+    std::int32_t resultOf(const char* name, Operation operation) const;
+
+    /// Runs `operation` and reports a negative result to the host as `failureCode`.
+    template <typename Operation>
+    void perform(const char* name, int failureCode, Operation operation) const;
+
+    /// perform() for the operations of a step, which the host can switch off.
+    template <typename Operation>
+    void performStep(const char* name, int failureCode, Operation operation) const;
+
+    void report(const char* name, int failureCode, std::int32_t result) const;
+
+    [[nodiscard]] std::int32_t setInputs() const;
+    [[nodiscard]] std::int32_t getOutputs() const;
+
+    /// @throws std::bad_alloc when there was no memory for it
+    [[nodiscard]] SolverCore& core() const;
 
     std::unique_ptr<SolverCore> core_;
 };

@@ -1,9 +1,10 @@
 #include "solver_plugin/run_setup.h"
 
+#include "platform/path_style.h"
 #include "run_config/build_information.h"
 #include "run_config/console.h"
+#include "run_config/run_paths.h"
 #include "solver_plugin/plugin_log.h"
-#include "solver_plugin/run_paths.h"
 #include "solver_plugin/run_state.h"
 
 #include <cstdlib>
@@ -23,6 +24,7 @@ void logIdentification(FmiToolsInstance* fmu) {
 /// Brings a loaded FMU into state `created`; ends it when there is no memory for that.
 FmiToolsInstance* enterCreated(FmiToolsInstance* fmu) {
     if (createRunState(fmu) != 0) {
+        logLine(fmu, "Error", "Not enough memory for the state of the run");
         fmiToolsCleanup(fmu);
         return nullptr;
     }
@@ -34,10 +36,9 @@ FmiToolsInstance* enterCreated(FmiToolsInstance* fmu) {
 
 std::int32_t openRun(SolverCore& core, const std::string& workingDirectory,
                      const std::string& scriptDirectory) {
-    const char* testOutput = std::getenv("TEST_OUTPUT_PATH");
     const std::string fmuPath = core.settings->fmuPath();
-    const std::string stem = runFileStem(
-        platform::nativePaths(), testOutput == nullptr ? workingDirectory : testOutput, fmuPath);
+    const std::string stem = run_config::runFileStem(
+        platform::nativePaths(), run_config::outputDirectoryFor(workingDirectory), fmuPath);
     core.runtime = openFmu(fmuPath, workingDirectory, stem + ".out", stem + ".csv", scriptDirectory,
                            core.settings->includeLocal());
     return core.runtime == nullptr ? -1 : 0;

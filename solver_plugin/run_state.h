@@ -20,9 +20,11 @@ enum class SolverState : std::uint32_t {
 
 /// The record attached to the handle as user data.
 struct PluginRunState {
-    std::uint32_t state = 0; ///< A SolverState.
-    const char* fmuKind =
-        nullptr; ///< Not owned; to be read only while the start that recorded it runs.
+    /// A SolverState.
+    std::uint32_t state = 0;
+    /// The kind of FMU that the user declared. Not owned; to be read only while the start that
+    /// recorded it runs.
+    const char* fmuKind = nullptr;
 };
 
 /// Answer to the question whether an operation may run.

@@ -86,13 +86,8 @@ std::int32_t startRun(const SolverCore& core, SimulationDataModel* /*model*/,
     }
     const std::string kindText = core.settings->fmuType();
     const std::size_t count = names.size();
-    const std::int32_t result =
-        startSolver(core.runtime, count == 0 ? nullptr : names.data(),
-                    count == 0 ? nullptr : values.data(), count, kindText.c_str());
-    if (result == kindMismatch) {
-        throw KindMismatch("Unexpected FMUType. FMU does not match type: " + kindText);
-    }
-    return result;
+    return startSolver(core.runtime, count == 0 ? nullptr : names.data(),
+                       count == 0 ? nullptr : values.data(), count, kindText.c_str());
 }
 
 std::int32_t startSolver(FmiToolsInstance* fmu, const char* const* names, const char* const* values,

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <stdexcept>
 
 class ModelSetup;
 class SimulationDataModel;
@@ -13,14 +12,8 @@ class SimulationDataModel;
 /// Start of a run: parameters, initialisation mode, and whether the FMU is what the user declared.
 namespace solver_plugin {
 
-/// The FMU is not of the kind declared with "-fmutype": the only failure after the command line
-/// that reaches the host as an exception.
-class KindMismatch : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
-
-/// Result of startSolver() for an FMU of the wrong kind.
+/// Result for an FMU that is not of the kind declared with "-fmutype": the only failure after the
+/// command line that reaches the host as an exception.
 inline constexpr std::int32_t kindMismatch = -9999;
 
 /// Starts the run of `core` with the parameters and the kind of its options.
@@ -29,11 +22,11 @@ inline constexpr std::int32_t kindMismatch = -9999;
 /// @param model      not used
 /// @param modelSetup not used
 /// @return the result of startSolver()
-/// @throws KindMismatch when startSolver() answers kindMismatch; std::bad_alloc
+/// @throws std::bad_alloc when memory runs out, with nothing done
 std::int32_t startRun(const SolverCore& core, SimulationDataModel* model, ModelSetup* modelSetup);
 
-/// Applies parameters, enters initialisation mode (FMI 2.0 section 4.2.1) and checks the FMU's
-/// kind.
+/// Applies parameters, enters initialisation mode (FMI 2.0 section 4.2.1), and then checks the FMU's
+/// kind: an FMU may compute its identification while it initialises.
 ///
 /// The kind "FTIRE" asks for the tyre model's identification in the variable "fTireWorld.xmxKey";
 /// an FMU of any other kind must not have that variable. A parameter that cannot be set is a
