@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reference_host/cosim_host/signal.h"
+#include "programs/cosim_host/signal.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "reference_host/cosim_host/input_signals.h"
+#include "programs/cosim_host/input_signals.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "program_support/csv_table.h"
-#include "reference_host/cosim_host/host_model.h"
-#include "reference_host/cosim_host/vector_slots.h"
+#include "programs/cosim_host/host_model.h"
+#include "programs/cosim_host/vector_slots.h"
+#include "programs/support/csv_table.h"
 #include "reference_host/simulation.h"
 
 #include <cstddef>

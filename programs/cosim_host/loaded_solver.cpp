@@ -1,10 +1,11 @@
-#include "reference_host/cosim_host/loaded_solver.h"
+#include "programs/cosim_host/loaded_solver.h"
 
 #include "platform/files.h"
 #include "platform/program_path.h"
-#include "program_support/input_error.h"
+#include "programs/support/input_error.h"
 
 #include <filesystem>
+#include <system_error>
 
 namespace cosim_host {
 

@@ -14,8 +14,7 @@ class LoadedSolver {
     /// Loads the library and asks its factory createSolver for the solver.
     ///
     /// @throws program_support::InputError when the library cannot be loaded, has no such factory,
-    /// or
-    ///         makes no solver.
+    ///         or makes no solver.
     explicit LoadedSolver(const std::string& library);
 
     Solver& operator*() const { return *solver_; }

@@ -1,26 +1,36 @@
-#include "program_support/csv_table.h"
-#include "program_support/input_error.h"
-#include "program_support/interrupt.h"
-#include "program_support/plot.h"
-#include "program_support/progress_bar.h"
-#include "reference_host/argument_list.h"
-#include "reference_host/cosim_host/input_signals.h"
-#include "reference_host/cosim_host/launch_options.h"
-#include "reference_host/cosim_host/loaded_solver.h"
-#include "reference_host/cosim_host/quarter_car.h"
-#include "reference_host/cosim_host/recorder.h"
-#include "reference_host/cosim_host/road.h"
-#include "reference_host/cosim_host/run_driver.h"
-#include "reference_host/cosim_host/solver_files.h"
-#include "reference_host/cosim_host/summary.h"
+#include "platform/files.h"
+#include "programs/cosim_host/car_model.h"
+#include "programs/cosim_host/input_signals.h"
+#include "programs/cosim_host/launch_options.h"
+#include "programs/cosim_host/log_check.h"
+#include "programs/cosim_host/partner.h"
+#include "programs/cosim_host/quarter_car.h"
+#include "programs/cosim_host/recorder.h"
+#include "programs/cosim_host/road.h"
+#include "programs/cosim_host/run_driver.h"
+#include "programs/cosim_host/summary.h"
+#include "programs/cosim_host/vehicle_parameters.h"
+#include "programs/cosim_host/wheel_solvers.h"
+#include "programs/support/call_watch.h"
+#include "programs/support/csv_table.h"
+#include "programs/support/distinct_files.h"
+#include "programs/support/early_end.h"
+#include "programs/support/exit_status.h"
+#include "programs/support/input_error.h"
+#include "programs/support/output_files.h"
+#include "programs/support/plot.h"
+#include "programs/support/progress_bar.h"
 #include "reference_host/simulation.h"
 
-#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdio>
-#include <exception>
+#include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -32,88 +42,117 @@ namespace {
 using program_support::CsvTable;
 using reference_host::Simulation;
 
-constexpr int failedStatus = 1;
-
-/// The solver's command line as the solver will see it.
-std::vector<std::string> solverArguments(const LaunchOptions& options) {
-    reference_host::ArgumentList arguments(options.commandLine);
-    return {arguments.values(), arguments.values() + arguments.count()};
+template <typename Parameters>
+Parameters vehicleOf(const LaunchOptions& options) {
+    Parameters parameters;
+    if (!options.vehicleFile.empty()) {
+        readVehicle(options.vehicleFile, parametersOf(parameters));
+    }
+    return parameters;
 }
 
-bool contains(const std::vector<std::string>& arguments, const std::string& option) {
-    return std::find(arguments.begin(), arguments.end(), option) != arguments.end();
+template <typename Model>
+std::unique_ptr<Model> warnedAbout(std::unique_ptr<Model> model, const LaunchOptions& options) {
+    const std::string warning = model->warningAbout(options.plan.stepSize);
+    if (!warning.empty()) {
+        std::fprintf(stderr, "cosim_host: %s\n", warning.c_str());
+    }
+    return model;
 }
 
-void configure(Simulation& simulation, const LaunchOptions& options) {
-    simulation.setCommandLine(options.commandLine);
-    simulation.setWorkingDirectory(options.workingDirectory);
-    simulation.setModelFilePath(options.modelFile.empty() ? options.workingDirectory + "/cosim_host"
-                                                          : options.modelFile);
-    simulation.setCoupled(!options.standalone);
-    simulation.setStepSkipOption(options.skipByOption);
-    simulation.setStepSkipParameter(options.skipByParameter);
-}
-
-std::unique_ptr<HostModel> makeModel(Simulation& simulation, const LaunchOptions& options,
-                                     const std::vector<std::string>& arguments) {
-    const bool inputArrays = !contains(arguments, "-noarrayinputs");
+std::unique_ptr<HostModel> makeModel(Partner& partner, const LaunchOptions& options) {
     if (!options.openLoop) {
-        const bool outputArrays = contains(arguments, "-outputsarearrays");
-        return std::make_unique<QuarterCar>(TyreExchange(simulation, {inputArrays, outputArrays}),
-                                            makeRoad(options.road), options.speed);
+        return warnedAbout(std::make_unique<QuarterCar>(partner.addTyre(),
+                                                        vehicleOf<QuarterCarParameters>(options),
+                                                        makeRoad(options.road), options.speed),
+                           options);
     }
     std::optional<CsvTable> table;
     if (!options.inputFile.empty()) {
         table = CsvTable::read(options.inputFile);
     }
-    return std::make_unique<InputSignals>(simulation, std::move(table), options.outputs,
-                                          inputArrays);
+    return std::make_unique<InputSignals>(partner.simulation(), std::move(table), options.outputs,
+                                          partner.takesInputArrays());
 }
 
-std::vector<std::string> columnsToPlot(const LaunchOptions& options, const Recorder& recorder) {
-    if (!options.plotColumns.empty()) {
-        return program_support::splitColumnList(options.plotColumns);
-    }
-    std::vector<std::string> columns;
+void drawPlot(const LaunchOptions& options, const Recorder& recorder) {
+    std::vector<std::string> names;
     for (const Signal& signal : recorder.signals()) {
-        if (columns.size() < program_support::mostPlottedColumns) {
-            columns.push_back(signal.name);
-        }
+        names.push_back(signal.name);
     }
-    return columns;
+    program_support::plot({options.outputFile, options.plot.file,
+                           program_support::columnsToPlot(options.plot, names)});
 }
 
 int exitStatus(RunOutcome outcome) {
     switch (outcome) {
-    case RunOutcome::Completed:
+    case RunOutcome::completed:
         return 0;
-    case RunOutcome::Interrupted:
+    case RunOutcome::interrupted:
         return program_support::interruptedStatus;
-    case RunOutcome::Failed:
+    case RunOutcome::failed:
         break;
     }
-    return failedStatus;
+    return program_support::failedStatus;
 }
 
-int run(const LaunchOptions& options) {
-    const std::vector<std::string> arguments = solverArguments(options);
-    Simulation simulation;
-    configure(simulation, options);
-    const std::unique_ptr<HostModel> model = makeModel(simulation, options, arguments);
-    const LoadedSolver solver(options.solverLibrary.empty() ? defaultSolverLibrary()
-                                                            : options.solverLibrary);
-    Recorder recorder(model->signals(), options.outputFile);
+using Partners = std::vector<const Partner*>;
 
-    const program_support::InterruptGuard interrupts;
+void requireDistinctFiles(const LaunchOptions& options, const Partners& partners) {
+    const auto road = [](const std::string& name) {
+        return isBuiltInRoad(name) ? std::string() : name;
+    };
+    std::vector<program_support::RunFile> inputs = {{options.inputFile, "the input file", ""},
+                                                    {options.vehicleFile, "the vehicle file", ""},
+                                                    {road(options.road), "the road", ""},
+                                                    {road(options.rightRoad), "the road", ""}};
+    std::vector<program_support::RunFile> outputs;
+    for (const Partner* partner : partners) {
+        const auto read = partner->inputs();
+        const auto written = partner->outputs();
+        inputs.insert(inputs.end(), read.begin(), read.end());
+        outputs.insert(outputs.end(), written.begin(), written.end());
+    }
+    outputs.push_back({options.outputFile, "the output file", "--output-file"});
+    outputs.push_back({options.plot.file, "the picture", "--plot"});
+    program_support::requireDistinctFiles(inputs, outputs);
+}
+
+/// Runs a solver, or several that act as one, with what it is coupled to.
+int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, HostModel& model,
+          const Partners& partners) {
+    requireDistinctFiles(options, partners);
+    std::vector<SolverFiles> files;
+    bool parametersUsable = true;
+    for (const Partner* partner : partners) {
+        files.push_back(partner->files());
+        parametersUsable = partner->checkParametersFiles() && parametersUsable;
+    }
+    const program_support::EarlyEnd earlyEnd(options.timeout);
+    if (!options.outputFile.empty()) {
+        program_support::clearOutputFile(options.outputFile, "output file", "--output-file");
+    }
+    if (!options.plot.file.empty()) {
+        program_support::clearOutputFile(options.plot.file, "picture", "--plot");
+    }
+    // A load that ends the process must not leave what looks like this run's.
+    for (const SolverFiles& each : files) {
+        program_support::removeFormerFile(each.log);
+        program_support::removeFormerFile(each.results);
+    }
+    program_support::CallWatch watch("cosim_host: the solver", options.timeout);
+    watch.setLog(files.size() == 1 ? platform::narrowPath(files.front().log) : "");
+    Recorder recorder(model.signals(), options.outputFile);
     program_support::ProgressBar progress(stderr, 0.0, options.plan.stopTime, !options.quiet);
-    const SolverFiles files =
-        solverFiles(options.workingDirectory, arguments.empty() ? "" : arguments.front());
     RunPlan plan = options.plan;
-    plan.solverLog = files.log;
-    const RunReport report = RunDriver(*solver, simulation, *model, recorder, plan).run(progress);
-    if (!options.plotFile.empty()) {
-        program_support::plot(
-            {options.outputFile, options.plotFile, columnsToPlot(options, recorder)});
+    plan.solverLog = files.front().log;
+    RunReport report = RunDriver(solver, simulation, model, recorder, plan).run(earlyEnd, progress);
+    report.outcome = checkLogs(report, files, options.strict);
+    if (options.strict && !parametersUsable) {
+        report.outcome = RunOutcome::failed;
+    }
+    if (!options.plot.file.empty() && report.steps > 0) {
+        drawPlot(options, recorder);
     }
     if (!options.quiet) {
         printSummary(options, report, recorder, files);
@@ -121,9 +160,70 @@ int run(const LaunchOptions& options) {
     return exitStatus(report.outcome);
 }
 
-int complain(const std::exception& error, int status) {
-    std::fprintf(stderr, "cosim_host: %s\n", error.what());
-    return status;
+int runWithOneSolver(const LaunchOptions& options) {
+    Partner partner(options, options.commandLine, options.workingDirectory);
+    const std::unique_ptr<HostModel> model = makeModel(partner, options);
+    return drive(options, partner.solver(), partner.simulation(), *model, {&partner});
+}
+
+/// Makes the folder of a wheel's solver in the working directory.
+std::string makeWheelFolder(const LaunchOptions& options, const char* wheel) {
+    const auto folder = platform::nativePath(options.workingDirectory) / wheel;
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        throw program_support::InputError("cannot make the folder '" +
+                                          platform::narrowPath(folder) + "': " + error.message() +
+                                          "; name another place with --working-directory");
+    }
+    return platform::narrowPath(folder);
+}
+
+std::vector<std::unique_ptr<Partner>> makeWheelPartners(const LaunchOptions& options) {
+    if (std::getenv("TEST_OUTPUT_PATH") != nullptr) {
+        throw program_support::InputError(
+            "TEST_OUTPUT_PATH sends the logs and results of all wheels to the same files; unset it "
+            "for --vehicle car");
+    }
+    std::vector<std::unique_ptr<Partner>> partners;
+    for (std::size_t i = 0; i < wheelCount; ++i) {
+        const std::string& own = options.wheelCommandLines[i];
+        partners.push_back(std::make_unique<Partner>(options,
+                                                     own.empty() ? options.commandLine : own,
+                                                     makeWheelFolder(options, wheelNames[i])));
+    }
+    return partners;
+}
+
+int runWithACar(const LaunchOptions& options) {
+    const auto partners = makeWheelPartners(options);
+    const auto of = [&](auto make) { return std::array{make(0), make(1), make(2), make(3)}; };
+    const Tracks tracks = {makeRoad(options.road),
+                           makeRoad(options.rightRoad.empty() ? options.road : options.rightRoad)};
+    const auto car = warnedAbout(
+        std::make_unique<CarModel>(of([&](std::size_t i) { return partners[i]->addTyre(); }),
+                                   vehicleOf<CarParameters>(options), tracks, options.speed),
+        options);
+    WheelSolvers solvers(of([&](std::size_t i) {
+        return WheelSolver{wheelNames[i], &partners[i]->solver(), &partners[i]->simulation(),
+                           partners[i]->files().log};
+    }));
+    Partners all;
+    for (const auto& partner : partners) {
+        all.push_back(partner.get());
+    }
+    Simulation ofNoSolver; // each has its own
+    return drive(options, solvers, ofNoSolver, *car, all);
+}
+
+int run(const LaunchOptions& options) {
+    return options.wholeCar ? runWithACar(options) : runWithOneSolver(options);
+}
+
+int run(int argc, char** argv) {
+    const auto request = readLaunchOptions(argc, argv);
+    const int* status = std::get_if<int>(&request);
+    return status != nullptr ? *status : run(std::get<LaunchOptions>(request));
 }
 
 } // namespace
@@ -131,15 +231,5 @@ int complain(const std::exception& error, int status) {
 } // namespace cosim_host
 
 int main(int argc, char** argv) {
-    try {
-        const auto request = cosim_host::readLaunchOptions(argc, argv);
-        if (const int* status = std::get_if<int>(&request)) {
-            return *status;
-        }
-        return cosim_host::run(std::get<cosim_host::LaunchOptions>(request));
-    } catch (const program_support::InputError& error) {
-        return cosim_host::complain(error, program_support::inputErrorStatus);
-    } catch (const std::exception& error) {
-        return cosim_host::complain(error, cosim_host::failedStatus);
-    }
+    return program_support::exitStatusOf("cosim_host", [&] { return cosim_host::run(argc, argv); });
 }

@@ -1,62 +1,94 @@
-#include "reference_host/cosim_host/quarter_car.h"
+#include "programs/cosim_host/quarter_car.h"
 
+#include <array>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace cosim_host {
 
 namespace {
 
-constexpr double bodyMass = 400.0;          // kg
-constexpr double wheelMass = 40.0;          // kg
-constexpr double springStiffness = 25000.0; // N/m
-constexpr double damping = 1800.0;          // N s/m
-constexpr double weight = (bodyMass + wheelMass) * 9.81;
-
-// Where the run begins. The car rests there on the example tyre as it is; on another one it settles
-// first.
-constexpr double tyreRadius = 0.32;        // m
-constexpr double tyreStiffness = 200000.0; // N/m
-constexpr double restingDeflection = weight / tyreStiffness;
-constexpr double restingHubHeight = tyreRadius - restingDeflection;
-constexpr double restingRollingRadius = tyreRadius - restingDeflection / 3.0; // of free rolling
-
+constexpr double gravity = 9.81;        // m/s^2
 constexpr double longestSubstep = 1e-4; // s
 
 } // namespace
 
-QuarterCar::QuarterCar(const TyreExchange& tyre, Road road, double speed)
+QuarterCar::QuarterCar(const TyreExchange& tyre, const QuarterCarParameters& parameters, Road road,
+                       double speed)
     : tyre_(tyre),
+      parameters_(parameters),
       road_(std::move(road)),
       speed_(speed) {}
+
+double QuarterCar::weight() const {
+    return (parameters_.bodyMass + parameters_.wheelMass) * gravity;
+}
+
+/// The car begins at rest on a tyre as its parameters say; on another one it settles first.
+double QuarterCar::restingDeflection() const {
+    return weight() / parameters_.tyreStiffness;
+}
 
 void QuarterCar::impose(double time) {
     HubMotion hub;
     hub.distance = speed_ * time;
-    hub.height = restingHubHeight + state_.hub;
+    hub.height = parameters_.tyreRadius - restingDeflection() + state_.hub;
     hub.speed = speed_;
     hub.verticalVelocity = state_.hubVelocity;
-    hub.spin = speed_ / restingRollingRadius;
+    hub.spin = speed_ / (parameters_.tyreRadius - restingDeflection() / 3.0); // rolling freely
     hub.roadHeight = road_.height(hub.distance);
     hub.roadHeightRate = speed_ * road_.slope(hub.distance);
     tyre_.impose(hub);
+    forceAtBegin_ = tyre_.verticalForce();
 }
 
 void QuarterCar::advance(double from, double to) {
     roadHeight_ = road_.height(speed_ * to);
-    const double force = tyre_.verticalForce();
-    const double duration = to - from;
-    const int substeps = static_cast<int>(std::ceil(duration / longestSubstep));
-    for (int i = 0; i < substeps; ++i) {
-        state_ = rungeKuttaStep(state_, force, duration / substeps);
-    }
+    state_ = held(state_, (forceAtBegin_ + tyre_.verticalForce()) / 2.0, to - from);
 }
 
-QuarterCar::State QuarterCar::derivative(const State& state, double tyreForce) {
-    const double suspension = springStiffness * (state.hub - state.body) +
-                              damping * (state.hubVelocity - state.bodyVelocity);
-    return {state.bodyVelocity, suspension / bodyMass, state.hubVelocity,
-            (tyreForce - weight - suspension) / wheelMass};
+/// The state after `duration` under that force.
+QuarterCar::State QuarterCar::held(State state, double tyreForce, double duration) const {
+    const int substeps = static_cast<int>(std::ceil(duration / longestSubstep));
+    for (int i = 0; i < substeps; ++i) {
+        state = rungeKuttaStep(state, tyreForce, duration / substeps);
+    }
+    return state;
+}
+
+std::string QuarterCar::warningAbout(double stepSize) const {
+    return settlingWarning(stepSize, [this](double step) { return stepMatrix(step); });
+}
+
+/// States are those of the car and the deflection that the tyre's last force stands for. The tyre
+/// lets the hub move on with its velocity over the step.
+StepMatrix QuarterCar::stepMatrix(double stepSize) const {
+    constexpr std::size_t size = 5;
+    StepMatrix matrix(size, std::vector<double>(size));
+    for (std::size_t j = 0; j < size; ++j) {
+        std::array<double, size> begin{};
+        begin[j] = 1.0;
+        const State state{begin[0], begin[1], begin[2], begin[3]};
+        const double deflection =
+            -(state.hub + stepSize * state.hubVelocity) -
+            parameters_.tyreDamping / parameters_.tyreStiffness * state.hubVelocity;
+        const double force = parameters_.tyreStiffness * (begin[4] + deflection) / 2.0;
+        const State end = held(state, weight() + force, stepSize);
+        const std::array<double, size> column = {end.body, end.bodyVelocity, end.hub,
+                                                 end.hubVelocity, deflection};
+        for (std::size_t i = 0; i < size; ++i) {
+            matrix[i][j] = column[i];
+        }
+    }
+    return matrix;
+}
+
+QuarterCar::State QuarterCar::derivative(const State& state, double tyreForce) const {
+    const double suspension = parameters_.springStiffness * (state.hub - state.body) +
+                              parameters_.damping * (state.hubVelocity - state.bodyVelocity);
+    return {state.bodyVelocity, suspension / parameters_.bodyMass, state.hubVelocity,
+            (tyreForce - weight() - suspension) / parameters_.wheelMass};
 }
 
 QuarterCar::State QuarterCar::moved(const State& state, const State& rate, double duration) {
@@ -65,7 +97,7 @@ QuarterCar::State QuarterCar::moved(const State& state, const State& rate, doubl
 }
 
 QuarterCar::State QuarterCar::rungeKuttaStep(const State& state, double tyreForce,
-                                             double duration) {
+                                             double duration) const {
     const State k1 = derivative(state, tyreForce);
     const State k2 = derivative(moved(state, k1, duration / 2), tyreForce);
     const State k3 = derivative(moved(state, k2, duration / 2), tyreForce);

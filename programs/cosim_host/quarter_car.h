@@ -1,8 +1,13 @@
 #pragma once
 
-#include "reference_host/cosim_host/host_model.h"
-#include "reference_host/cosim_host/road.h"
-#include "reference_host/cosim_host/tyre_exchange.h"
+#include "programs/cosim_host/host_model.h"
+#include "programs/cosim_host/road.h"
+#include "programs/cosim_host/settling.h"
+#include "programs/cosim_host/tyre_exchange.h"
+#include "programs/cosim_host/vehicle_parameters.h"
+
+#include <string>
+#include <vector>
 
 namespace cosim_host {
 
@@ -14,14 +19,20 @@ namespace cosim_host {
 ///     wheelMass * w'' = tyre force - weight of both - suspension
 ///     suspension = springStiffness * (w - b) + damping * (w' - b')
 ///
-/// Over a communication step the tyre's force is held, as the solver left it.
+/// Over a communication step the tyre's force is held: the mean of what the solver left at its begin
+/// and at its end.
 class QuarterCar : public HostModel {
   public:
-    QuarterCar(const TyreExchange& tyre, Road road, double speed);
+    QuarterCar(const TyreExchange& tyre, const QuarterCarParameters& parameters, Road road,
+               double speed);
 
     void impose(double time) override;
     void advance(double from, double to) override;
     [[nodiscard]] std::vector<Signal> signals() const override;
+
+    /// One line about a communication step (seconds) that is too long for the wheel to settle on its
+    /// tyre, which is reckoned to be as the parameters say; empty for one that is not.
+    [[nodiscard]] std::string warningAbout(double stepSize) const;
 
   private:
     /// Heights over where they rest in m, velocities in m/s.
@@ -32,14 +43,20 @@ class QuarterCar : public HostModel {
         double hubVelocity = 0.0;
     };
 
-    static State derivative(const State& state, double tyreForce);
+    [[nodiscard]] double weight() const;
+    [[nodiscard]] double restingDeflection() const;
+    [[nodiscard]] StepMatrix stepMatrix(double stepSize) const;
+    [[nodiscard]] State held(State state, double tyreForce, double duration) const;
+    [[nodiscard]] State derivative(const State& state, double tyreForce) const;
     static State moved(const State& state, const State& rate, double duration);
-    static State rungeKuttaStep(const State& state, double tyreForce, double duration);
+    [[nodiscard]] State rungeKuttaStep(const State& state, double tyreForce, double duration) const;
 
     TyreExchange tyre_;
+    QuarterCarParameters parameters_;
     Road road_;
     double speed_;
-    double roadHeight_ = 0.0; ///< At the last communication point, in m.
+    double forceAtBegin_ = 0.0; ///< Of the tyre, where the communication step begins, in N.
+    double roadHeight_ = 0.0;   ///< At the last communication point, in m.
     State state_;
 };
 

@@ -1,6 +1,6 @@
-#include "reference_host/cosim_host/recorder.h"
+#include "programs/cosim_host/recorder.h"
 
-#include "program_support/input_error.h"
+#include "programs/support/input_error.h"
 
 #include <array>
 #include <charconv>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/output_file.h"
-#include "reference_host/cosim_host/signal.h"
+#include "programs/cosim_host/signal.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
-#include "reference_host/cosim_host/road.h"
+#include "programs/cosim_host/road.h"
 
-#include "program_support/csv_table.h"
-#include "program_support/input_error.h"
+#include "programs/support/csv_table.h"
+#include "programs/support/input_error.h"
 
 #include <cmath>
 #include <memory>
@@ -54,6 +54,10 @@ Road profile(const std::string& path) {
 }
 
 } // namespace
+
+bool isBuiltInRoad(const std::string& name) {
+    return name == "flat" || name == "step" || name == "sine";
+}
 
 Road makeRoad(const std::string& name) {
     if (name == "flat") {

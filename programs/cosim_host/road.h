@@ -16,6 +16,9 @@ inline constexpr const char* roadDescription =
     "flat; step: 20 mm up after 20 m; sine: 10 mm up and down every 10 m; or a CSV file with the "
     "distance in m and the height in m";
 
+/// Whether makeRoad() knows the road by name, so that no file describes it.
+bool isBuiltInRoad(const std::string& name);
+
 /// Makes the road of that name, or the one that the file of that name describes.
 ///
 /// @throws program_support::InputError when the file cannot be read as such.

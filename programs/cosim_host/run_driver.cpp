@@ -1,21 +1,40 @@
-#include "reference_host/cosim_host/run_driver.h"
+#include "programs/cosim_host/run_driver.h"
 
 #include "platform/files.h"
-#include "program_support/interrupt.h"
-#include "program_support/number_text.h"
+#include "programs/support/call_watch.h"
+#include "programs/support/number_text.h"
+#include "programs/support/run_log.h"
+#include "programs/support/terminal_text.h"
 
-#include <cmath>
+#include <chrono>
 #include <cstdio>
 #include <exception>
-#include <system_error>
 
 namespace cosim_host {
 
+using program_support::EarlyEnd;
 using program_support::ProgressBar;
 using program_support::shortNumber;
 using Clock = std::chrono::steady_clock;
 
+/// An operation of the solver, and the FMI functions that it calls, for messages.
+struct Operation {
+    const char* name;
+    const char* call;
+};
+
 namespace {
+
+constexpr Operation printBanner{"printBanner", "printBanner"};
+constexpr Operation parseCommandLine{"parseCommandLine", "parseCommandLine"};
+constexpr Operation setUp{"setUp", "setUp (fmi2Instantiate)"};
+constexpr Operation applyInitialInputs{"applyInitialInputs", "applyInitialInputs (fmi2SetReal)"};
+constexpr Operation start{"start", "start (fmi2SetupExperiment, fmi2EnterInitializationMode)"};
+constexpr Operation writeInitialOutputs{"writeInitialOutputs", "writeInitialOutputs (fmi2GetReal)"};
+constexpr Operation applyInputs{"applyInputs", "applyInputs (fmi2SetReal)"};
+constexpr Operation solveTo{"solveTo", "solveTo (fmi2DoStep)"};
+constexpr Operation writeOutputs{"writeOutputs", "writeOutputs (fmi2GetReal)"};
+constexpr Operation terminate{"terminate", "terminate (fmi2Terminate, fmi2FreeInstance)"};
 
 double secondsSince(Clock::time_point begin) {
     return std::chrono::duration<double>(Clock::now() - begin).count();
@@ -23,122 +42,111 @@ double secondsSince(Clock::time_point begin) {
 
 } // namespace
 
-std::size_t stepCount(const RunPlan& plan) {
-    constexpr double smallestStep = 1e-6; // of a whole one
-    return static_cast<std::size_t>(std::ceil(plan.stopTime / plan.stepSize - smallestStep));
-}
-
-double communicationPoint(const RunPlan& plan, std::size_t step) {
-    return step >= stepCount(plan) ? plan.stopTime : static_cast<double>(step) * plan.stepSize;
-}
-
 RunDriver::RunDriver(Solver& solver, reference_host::Simulation& simulation, HostModel& model,
                      Recorder& recorder, const RunPlan& plan)
     : solver_(solver),
       simulation_(simulation),
       model_(model),
       recorder_(recorder),
-      plan_(plan) {}
+      plan_(plan),
+      grid_(0.0, plan.stopTime, plan.stepSize) {}
 
-RunReport RunDriver::run(ProgressBar& progress) {
+RunReport RunDriver::run(const EarlyEnd& earlyEnd, ProgressBar& progress) {
     ModelManager* manager = simulation_.modelManager();
-    const bool configured = perform("printBanner", [&] { solver_.printBanner(); }) &&
-                            perform("parseCommandLine", [&] { solver_.parseCommandLine(manager); });
+    const bool configured = perform(printBanner, [&] { solver_.printBanner(); }) &&
+                            perform(parseCommandLine, [&] { solver_.parseCommandLine(manager); });
     if (!configured) {
         return report_;
     }
-    if (perform("setUp", [&] { solver_.setUp(manager); }) && begin()) {
-        stepThrough(progress);
+    if (perform(setUp, [&] { solver_.setUp(manager); }) && begin()) {
+        stepThrough(earlyEnd, progress);
     }
     progress.finish();
-    perform("terminate", [&] { solver_.terminate(); });
+    perform(terminate, [&] { solver_.terminate(); });
     return report_;
 }
 
 bool RunDriver::begin() {
     constexpr int firstIteration = 0;
-    return perform("applyInitialInputs",
+    return perform(applyInitialInputs,
                    [&] {
                        model_.impose(0.0);
                        solver_.applyInitialInputs(firstIteration);
                    }) &&
-           perform("start", [&] { solver_.start(); }) && perform("writeInitialOutputs", [&] {
-               solver_.writeInitialOutputs(firstIteration);
-               recorder_.record(0.0);
-           });
+           perform(start, [&] { solver_.start(); }) &&
+           perform(writeInitialOutputs, [&] { solver_.writeInitialOutputs(firstIteration); }) &&
+           received(writeInitialOutputs.name, [&] { recorder_.record(0.0); });
 }
 
-void RunDriver::stepThrough(ProgressBar& progress) {
+void RunDriver::stepThrough(const EarlyEnd& earlyEnd, ProgressBar& progress) {
     const Clock::time_point begin = Clock::now();
-    const std::size_t count = stepCount(plan_);
-    while (report_.steps < count) {
-        if (mustStop(begin)) {
-            report_.outcome = RunOutcome::Interrupted;
+    while (report_.steps < grid_.stepCount()) {
+        if (earlyEnd.isDue()) {
+            report_.outcome = RunOutcome::interrupted;
             break;
         }
         if (!step(report_.steps)) {
             break;
         }
         ++report_.steps;
-        report_.reachedTime = communicationPoint(plan_, report_.steps);
+        report_.reachedTime = grid_.timeAt(report_.steps);
         progress.update(report_.reachedTime);
     }
     report_.elapsed = secondsSince(begin);
 }
 
-bool RunDriver::step(std::size_t index) {
-    const double from = communicationPoint(plan_, index);
-    const double to = communicationPoint(plan_, index + 1);
-    return perform("applyInputs",
+bool RunDriver::step(std::int64_t index) {
+    const double from = grid_.timeAt(index);
+    const double to = grid_.timeAt(index + 1);
+    return perform(applyInputs,
                    [&] {
                        model_.impose(from);
                        solver_.applyInputs(from);
                    }) &&
-           perform("solveTo", [&] { solver_.solveTo(to); }) && perform("writeOutputs", [&] {
-               solver_.writeOutputs(to);
+           perform(solveTo, [&] { solver_.solveTo(to); }) &&
+           perform(writeOutputs, [&] { solver_.writeOutputs(to); }) &&
+           received(writeOutputs.name, [&] {
                model_.advance(from, to);
                recorder_.record(to);
            });
 }
 
 template <typename Call>
-bool RunDriver::perform(const char* operation, Call call) {
+bool RunDriver::received(const char* operation, Call call) {
     try {
         call();
+        return true;
     } catch (const std::exception& error) {
         return fail(operation, error.what());
     }
-    return acceptFailureCode(operation);
+}
+
+template <typename Call>
+bool RunDriver::perform(const Operation& operation, Call call) {
+    simulation_.resetFailureCode();
+    const bool returned = received(operation.name, [&] {
+        const program_support::ForeignCall active(operation.call, report_.reachedTime);
+        call();
+    });
+    return returned && acceptFailureCode(operation.name);
 }
 
 bool RunDriver::acceptFailureCode(const char* operation) {
     const int code = simulation_.failureCode();
-    if (code == reportedCode_) {
+    if (code == 0) {
         return true;
     }
-    reportedCode_ = code;
-    fail(operation,
-         "the solver reported failure code " + std::to_string(code) + "; " + placeOfReason());
+    fail(operation, "the solver reported failure code " + std::to_string(code) + "; " +
+                        program_support::reasonInLog(platform::narrowPath(plan_.solverLog)));
     return plan_.keepGoing;
-}
-
-std::string RunDriver::placeOfReason() const {
-    std::error_code error;
-    return std::filesystem::exists(plan_.solverLog, error)
-               ? "the end of its log '" + platform::narrowPath(plan_.solverLog) + "' says why"
-               : "the lines above say why; try fmu_run --validate with the FMU";
 }
 
 bool RunDriver::fail(const char* operation, const std::string& problem) {
     std::fprintf(stderr, "cosim_host: %s at %s s: %s\n", operation,
-                 shortNumber(report_.reachedTime).c_str(), problem.c_str());
-    report_.outcome = RunOutcome::Failed;
+                 shortNumber(report_.reachedTime).c_str(),
+                 program_support::terminalText(problem).c_str());
+    report_.outcome = RunOutcome::failed;
     return false;
-}
-
-bool RunDriver::mustStop(Clock::time_point begin) const {
-    return program_support::interrupted() ||
-           (plan_.timeout && secondsSince(begin) >= *plan_.timeout);
 }
 
 } // namespace cosim_host

@@ -1,16 +1,14 @@
-#include "reference_host/cosim_host/solver_files.h"
+#include "programs/cosim_host/solver_files.h"
 
 #include "platform/files.h"
-
-#include <cstdlib>
+#include "run_config/run_paths.h"
 
 namespace cosim_host {
 
 SolverFiles solverFiles(const std::string& workingDirectory, const std::string& fmuPath) {
-    const char* override = std::getenv("TEST_OUTPUT_PATH");
-    const auto directory = platform::nativePath(override == nullptr ? workingDirectory : override);
-    const std::filesystem::path stem = directory / platform::nativePath(fmuPath).stem();
-    return {std::filesystem::path(stem) += ".out", std::filesystem::path(stem) += ".csv"};
+    const std::string stem = run_config::runFileStem(
+        platform::nativePaths(), run_config::outputDirectoryFor(workingDirectory), fmuPath);
+    return {platform::nativePath(stem + ".out"), platform::nativePath(stem + ".csv")};
 }
 
 } // namespace cosim_host

@@ -1,26 +1,29 @@
-#include "reference_host/cosim_host/summary.h"
+#include "programs/cosim_host/summary.h"
 
 #include "platform/files.h"
-#include "program_support/number_text.h"
+#include "programs/support/number_text.h"
+#include "programs/support/terminal_text.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <system_error>
 
 namespace cosim_host {
 
 using program_support::roundedNumber;
 using program_support::shortNumber;
+using program_support::terminalText;
 
 namespace {
 
 const char* outcomeText(RunOutcome outcome) {
     switch (outcome) {
-    case RunOutcome::Completed:
+    case RunOutcome::completed:
         return "Completed";
-    case RunOutcome::Interrupted:
+    case RunOutcome::interrupted:
         return "Interrupted";
-    case RunOutcome::Failed:
+    case RunOutcome::failed:
         break;
     }
     return "Failed";
@@ -32,8 +35,8 @@ std::string timeText(double time) {
 }
 
 void printSteps(const RunPlan& plan, const RunReport& report) {
-    std::printf("%s: %zu steps of %s s, %s s simulated in %s s", outcomeText(report.outcome),
-                report.steps, shortNumber(plan.stepSize).c_str(),
+    std::printf("%s: %s steps of %s s, %s s simulated in %s s", outcomeText(report.outcome),
+                std::to_string(report.steps).c_str(), shortNumber(plan.stepSize).c_str(),
                 timeText(report.reachedTime).c_str(), roundedNumber(report.elapsed, 3).c_str());
     if (report.elapsed > 0.0) {
         std::printf(" (%s times real time)",
@@ -43,7 +46,7 @@ void printSteps(const RunPlan& plan, const RunReport& report) {
 }
 
 std::string title(const Signal& signal) {
-    return signal.unit == "-" ? signal.name : signal.name + " [" + signal.unit + "]";
+    return terminalText(signal.unit == "-" ? signal.name : signal.name + " [" + signal.unit + "]");
 }
 
 void printExtremes(const Recorder& recorder) {
@@ -64,23 +67,27 @@ void printExtremes(const Recorder& recorder) {
 void printFile(const char* what, const std::filesystem::path& file) {
     std::error_code error;
     if (std::filesystem::exists(file, error)) {
-        std::printf("%-9s%s\n", what, platform::narrowPath(file).c_str());
+        std::printf("%-9s%s\n", what, terminalText(platform::narrowPath(file)).c_str());
     }
 }
 
 } // namespace
 
 void printSummary(const LaunchOptions& options, const RunReport& report, const Recorder& recorder,
-                  const SolverFiles& files) {
+                  const std::vector<SolverFiles>& files) {
     printSteps(options.plan, report);
-    printExtremes(recorder);
-    printFile("Log", files.log);
-    printFile("Results", files.results);
+    if (report.outcome != RunOutcome::failed) {
+        printExtremes(recorder);
+    }
+    for (const SolverFiles& ofOne : files) {
+        printFile("Log", ofOne.log);
+        printFile("Results", ofOne.results);
+    }
     if (!options.outputFile.empty()) {
         printFile("Received", platform::nativePath(options.outputFile));
     }
-    if (!options.plotFile.empty()) {
-        printFile("Picture", platform::nativePath(options.plotFile));
+    if (!options.plot.file.empty()) {
+        printFile("Picture", platform::nativePath(options.plot.file));
     }
     std::fflush(stdout);
 }

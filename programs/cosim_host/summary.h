@@ -1,15 +1,17 @@
 #pragma once
 
-#include "reference_host/cosim_host/launch_options.h"
-#include "reference_host/cosim_host/recorder.h"
-#include "reference_host/cosim_host/run_driver.h"
-#include "reference_host/cosim_host/solver_files.h"
+#include "programs/cosim_host/launch_options.h"
+#include "programs/cosim_host/recorder.h"
+#include "programs/cosim_host/run_driver.h"
+#include "programs/cosim_host/solver_files.h"
+
+#include <vector>
 
 namespace cosim_host {
 
 /// Prints on standard output how a run went, what its signals did, and where its files are:
-/// `files` are the solver's.
+/// `files` are the solvers'.
 void printSummary(const LaunchOptions& options, const RunReport& report, const Recorder& recorder,
-                  const SolverFiles& files);
+                  const std::vector<SolverFiles>& files);
 
 } // namespace cosim_host

@@ -1,4 +1,4 @@
-#include "reference_host/cosim_host/tyre_exchange.h"
+#include "programs/cosim_host/tyre_exchange.h"
 
 namespace cosim_host {
 
@@ -35,7 +35,7 @@ TyreExchange::TyreExchange(reference_host::Simulation& simulation, ArrayUse arra
       moment_(addOutputVector(simulation, "moment", arrays.outputs)) {}
 
 void TyreExchange::impose(const HubMotion& hub) const {
-    setVector(position_, hub.distance, 0.0, hub.height);
+    setVector(position_, hub.distance, hub.left, hub.height);
     setVector(velocity_, hub.speed, 0.0, hub.verticalVelocity);
     setVector(orientation_, 0.0, 0.0, 0.0);
     setVector(angularVelocity_, 0.0, hub.spin, 0.0);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "reference_host/cosim_host/signal.h"
-#include "reference_host/cosim_host/vector_slots.h"
+#include "programs/cosim_host/signal.h"
+#include "programs/cosim_host/vector_slots.h"
 #include "reference_host/simulation.h"
 
 #include <vector>
@@ -11,6 +11,7 @@ namespace cosim_host {
 /// Motion of an upright wheel's hub that runs straight ahead, and the road below it. SI units.
 struct HubMotion {
     double distance = 0.0; ///< Along the road.
+    double left = 0.0;     ///< Of the middle of the road.
     double height = 0.0;
     double speed = 0.0;
     double verticalVelocity = 0.0;

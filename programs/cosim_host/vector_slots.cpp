@@ -1,4 +1,4 @@
-#include "reference_host/cosim_host/vector_slots.h"
+#include "programs/cosim_host/vector_slots.h"
 
 namespace cosim_host {
 

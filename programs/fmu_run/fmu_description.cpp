@@ -1,21 +1,23 @@
-#include "fmu_run/model_information.h"
+#include "programs/fmu_run/fmu_description.h"
 
 #include "platform/files.h"
-#include "program_support/input_error.h"
-
-#include <pugixml.hpp>
+#include "programs/fmu_run/fmu_archive.h"
+#include "programs/fmu_run/run_directory.h"
+#include "programs/support/input_error.h"
+#include "programs/support/joined.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <fmilib.h>
 #include <memory>
-#include <unordered_map>
+#include <system_error>
+#include <utility>
 
 namespace fmu_run {
 
 namespace fs = std::filesystem;
 using program_support::InputError;
+using program_support::joined;
 
 namespace {
 
@@ -73,37 +75,33 @@ struct FreeVariableList {
 
 using VariableList = std::unique_ptr<fmi2_import_variable_list_t, FreeVariableList>;
 
-/// The word at `index`, "unknown" beyond the end.
-template <std::size_t size>
-std::string wordAt(const std::array<const char*, size>& words, int index) {
-    const auto position = static_cast<std::size_t>(index);
-    return position < size ? words[position] : "unknown";
+/// What the FMI library answers where there is no text is "" or null.
+std::string textOrNone(const char* text) {
+    return text != nullptr ? text : "";
 }
 
-std::string causalityOf(fmi2_import_variable_t* variable) {
-    constexpr std::array words{"parameter", "calculatedParameter", "input", "output",
-                               "local",     "independent"};
-    return wordAt(words, fmi2_import_get_causality(variable));
-}
-
-std::string variabilityOf(fmi2_import_variable_t* variable) {
-    constexpr std::array words{"constant", "fixed", "tunable", "discrete", "continuous"};
-    return wordAt(words, fmi2_import_get_variability(variable));
-}
-
-VariableType typeOf(fmi2_import_variable_t* variable) {
-    switch (fmi2_import_get_variable_base_type(variable)) {
-    case fmi2_base_type_int:
-        return VariableType::Integer;
-    case fmi2_base_type_bool:
-        return VariableType::Boolean;
-    case fmi2_base_type_str:
-        return VariableType::String;
-    case fmi2_base_type_enum:
-        return VariableType::Enumeration;
-    default:
-        return VariableType::Real;
+std::optional<VariableValue> startOf(fmi2_import_variable_t* variable) {
+    // A library may hold a start value for required, and so for given, where none is allowed.
+    if (fmi2_import_get_causality(variable) == fmi2_causality_enu_independent ||
+        fmi2_import_get_variable_has_start(variable) == 0) {
+        return std::nullopt;
     }
+    switch (fmi2_import_get_variable_base_type(variable)) {
+    case fmi2_base_type_real:
+        return fmi2_import_get_real_variable_start(fmi2_import_get_variable_as_real(variable));
+    case fmi2_base_type_int:
+        return fmi2_import_get_integer_variable_start(
+            fmi2_import_get_variable_as_integer(variable));
+    case fmi2_base_type_bool:
+        return fmi2_import_get_boolean_variable_start(
+            fmi2_import_get_variable_as_boolean(variable));
+    case fmi2_base_type_enum:
+        return fmi2_import_get_enum_variable_start(fmi2_import_get_variable_as_enum(variable));
+    case fmi2_base_type_str:
+        break;
+    }
+    return textOrNone(
+        fmi2_import_get_string_variable_start(fmi2_import_get_variable_as_string(variable)));
 }
 
 std::string unitOf(fmi2_import_variable_t* variable) {
@@ -112,57 +110,34 @@ std::string unitOf(fmi2_import_variable_t* variable) {
     return unit == nullptr ? "" : fmi2_import_get_unit_name(unit);
 }
 
-/// What the FMI library does not offer, by variable name, from the model description itself.
-class DescriptionTexts {
-  public:
-    explicit DescriptionTexts(const fs::path& modelDescription) {
-        document_.load_file(modelDescription.c_str());
-        for (const auto& node : root().child("ModelVariables").children("ScalarVariable")) {
-            nodes_.emplace(node.attribute("name").value(), node);
-        }
-    }
-
-    [[nodiscard]] std::string modelDescription() const {
-        return root().attribute("description").value();
-    }
-
-    void complete(Variable& variable) const {
-        const auto found = nodes_.find(variable.name);
-        if (found == nodes_.end()) {
-            return;
-        }
-        variable.description = found->second.attribute("description").value();
-        const std::string type(typeName(variable.type));
-        if (const auto start = found->second.child(type.c_str()).attribute("start")) {
-            variable.start = start.value();
-        }
-    }
-
-  private:
-    [[nodiscard]] pugi::xml_node root() const { return document_.child("fmiModelDescription"); }
-
-    pugi::xml_document document_;
-    std::unordered_map<std::string, pugi::xml_node> nodes_;
-};
-
-std::vector<Variable> variablesOf(fmi2_import_t* model, const DescriptionTexts& texts) {
+std::vector<Variable> variablesOf(fmi2_import_t* model) {
     const VariableList list(fmi2_import_get_variable_list(model, 0));
     std::vector<Variable> variables;
     for (std::size_t i = 0; i < fmi2_import_get_variable_list_size(list.get()); ++i) {
         auto* variable = fmi2_import_get_variable(list.get(), i);
-        variables.push_back({fmi2_import_get_variable_name(variable), typeOf(variable),
-                             causalityOf(variable), variabilityOf(variable), std::nullopt,
-                             unitOf(variable), ""});
-        texts.complete(variables.back());
+        variables.push_back(
+            {fmi2_import_get_variable_name(variable), fmi2_import_get_variable_base_type(variable),
+             fmi2_import_get_causality(variable), fmi2_import_get_variability(variable),
+             startOf(variable), unitOf(variable),
+             textOrNone(fmi2_import_get_variable_description(variable)),
+             fmi2_import_get_variable_vr(variable)});
     }
     return variables;
+}
+
+bool hasLibrary(const fs::path& folder) {
+    std::error_code error;
+    const fs::directory_iterator files(folder, error);
+    return !error && std::any_of(begin(files), end(files), [](const auto& file) {
+        return isLibraryName(platform::narrowPath(file.path().filename()));
+    });
 }
 
 std::vector<std::string> platformsIn(const fs::path& unpackDirectory) {
     std::vector<std::string> platforms;
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(unpackDirectory / "binaries", error)) {
-        if (entry.is_directory(error)) {
+        if (hasLibrary(entry.path())) {
             platforms.push_back(platform::narrowPath(entry.path().filename()));
         }
     }
@@ -171,9 +146,9 @@ std::vector<std::string> platformsIn(const fs::path& unpackDirectory) {
 }
 
 std::string kindName(fmi2_fmu_kind_enu_t kind) {
-    constexpr std::array words{"unknown", "Model Exchange", "Co-Simulation",
+    constexpr std::array names{"unknown", "Model Exchange", "Co-Simulation",
                                "Model Exchange and Co-Simulation"};
-    return wordAt(words, kind);
+    return names.at(kind);
 }
 
 DefaultExperiment defaultExperimentOf(fmi2_import_t* model) {
@@ -182,35 +157,26 @@ DefaultExperiment defaultExperimentOf(fmi2_import_t* model) {
             fmi2_import_get_default_experiment_step(model)};
 }
 
-std::string joined(const std::vector<std::string>& texts) {
-    std::string result;
-    for (const auto& text : texts) {
-        result += (result.empty() ? "" : "; ") + text;
-    }
-    return result;
-}
-
-ModelInformation informationOf(ImportContext& context, const std::string& unpackDirectory,
-                               const LibraryMessages& messages) {
+FmuDescription descriptionIn(const std::string& unpackDirectory, ImportContext& context,
+                             const LibraryMessages& messages) {
     const Model model(fmi2_import_parse_xml(context.get(), unpackDirectory.c_str(), nullptr));
     if (!model) {
-        throw InputError("its modelDescription.xml cannot be used: " + joined(messages.errors) +
-                         "; ask the FMU's maker for a corrected one");
+        throw InputError(
+            "its modelDescription.xml cannot be used: " + joined(messages.errors, "; ") +
+            "; ask the FMU's maker for a corrected one");
     }
-    const auto directory = platform::nativePath(unpackDirectory);
-    const DescriptionTexts texts(directory / "modelDescription.xml");
     const auto kind = fmi2_import_get_fmu_kind(model.get());
-    ModelInformation information;
-    information.modelName = fmi2_import_get_model_name(model.get());
-    information.kind = kindName(kind);
-    information.coSimulation = kind == fmi2_fmu_kind_cs || kind == fmi2_fmu_kind_me_and_cs;
-    information.description = texts.modelDescription();
-    information.generationTool = fmi2_import_get_generation_tool(model.get());
-    information.guid = fmi2_import_get_GUID(model.get());
-    information.platforms = platformsIn(directory);
-    information.defaultExperiment = defaultExperimentOf(model.get());
-    information.variables = variablesOf(model.get(), texts);
-    return information;
+    FmuDescription description;
+    description.modelName = fmi2_import_get_model_name(model.get());
+    description.kind = kindName(kind);
+    description.coSimulation = kind == fmi2_fmu_kind_cs || kind == fmi2_fmu_kind_me_and_cs;
+    description.description = textOrNone(fmi2_import_get_description(model.get()));
+    description.generationTool = fmi2_import_get_generation_tool(model.get());
+    description.guid = fmi2_import_get_GUID(model.get());
+    description.platforms = platformsIn(platform::nativePath(unpackDirectory));
+    description.defaultExperiment = defaultExperimentOf(model.get());
+    description.variables = variablesOf(model.get());
+    return description;
 }
 
 void requireVersion2(fmi_version_enu_t version, const LibraryMessages& messages) {
@@ -223,41 +189,50 @@ void requireVersion2(fmi_version_enu_t version, const LibraryMessages& messages)
     if (messages.errors.empty()) {
         throw InputError("it is not made for FMI 2.0; export it for FMI 2.0");
     }
-    throw InputError("it is no FMU of FMI 2.0: " + joined(messages.errors) +
+    throw InputError("it is no FMU of FMI 2.0: " + joined(messages.errors, "; ") +
                      "; check that the file is complete or export it anew");
+}
+
+FmuDescription descriptionFrom(const std::string& archive, const std::string& unpackDirectory,
+                               LibraryMessages* messages) {
+    LibraryMessages own;
+    LibraryMessages& target = messages != nullptr ? *messages : own;
+    ImportContext context(target);
+    requireVersion2(
+        fmi_import_get_fmi_version(context.get(), archive.c_str(), unpackDirectory.c_str()),
+        target);
+    return descriptionIn(unpackDirectory, context, target);
 }
 
 } // namespace
 
-std::string_view typeName(VariableType type) {
-    constexpr std::array names{"Real", "Integer", "Boolean", "String", "Enumeration"};
-    return names[static_cast<std::size_t>(type)];
+std::string startText(const Variable& variable) {
+    if (variable.type == fmi2_base_type_bool) {
+        return std::get<std::int32_t>(*variable.start) != 0 ? "true" : "false";
+    }
+    return textOf(*variable.start);
 }
 
-const Variable* ModelInformation::find(std::string_view name) const {
-    const auto found = std::find_if(variables.begin(), variables.end(),
-                                    [&](const Variable& each) { return each.name == name; });
-    return found == variables.end() ? nullptr : &*found;
-}
-
-ModelInformation readModelInformation(const std::string& unpackDirectory,
-                                      LibraryMessages* messages) {
-    LibraryMessages own;
-    LibraryMessages& target = messages != nullptr ? *messages : own;
-    ImportContext context(target);
-    return informationOf(context, unpackDirectory, target);
-}
-
-ModelInformation unpackModel(const std::string& fmuPath, const std::string& unpackDirectory,
-                             LibraryMessages* messages) {
-    LibraryMessages own;
-    LibraryMessages& target = messages != nullptr ? *messages : own;
-    ImportContext context(target);
+FmuDescription describeFmu(const std::string& fmuPath) {
+    const RunDirectory directory;
+    const auto copy = directory.temporaryFile("description.fmu");
     try {
-        requireVersion2(
-            fmi_import_get_fmi_version(context.get(), fmuPath.c_str(), unpackDirectory.c_str()),
-            target);
-        return informationOf(context, unpackDirectory, target);
+        const auto content =
+            copyModelDescription(platform::nativePath(fmuPath), platform::nativePath(copy));
+        // What cannot be listed cannot be unpacked either: the library says why.
+        auto description = descriptionFrom(content.isReadable ? copy : fmuPath,
+                                           directory.unpackDirectory(), nullptr);
+        description.platforms = content.platforms;
+        return description;
+    } catch (const InputError& error) {
+        throw InputError("cannot use '" + fmuPath + "': " + error.what());
+    }
+}
+
+FmuDescription unpackFmu(const std::string& fmuPath, const std::string& unpackDirectory,
+                         LibraryMessages* messages) {
+    try {
+        return descriptionFrom(fmuPath, unpackDirectory, messages);
     } catch (const InputError& error) {
         throw InputError("cannot use '" + fmuPath + "': " + error.what());
     }

@@ -1,26 +1,24 @@
 #pragma once
 
+#include "programs/fmu_run/variable_value.h"
+
+#include <fmilib.h>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace fmu_run {
 
-/// Types of variables (FMI 2.0 section 2.2.7).
-enum class VariableType { Real, Integer, Boolean, String, Enumeration };
-
-/// The name of a type in the FMI standard, such as "Real".
-std::string_view typeName(VariableType type);
-
+/// A variable of a model description (FMI 2.0 section 2.2.7).
 struct Variable {
     std::string name;
-    VariableType type;
-    std::string causality;   ///< The standard's word, such as "calculatedParameter".
-    std::string variability; ///< The standard's word, such as "tunable".
-    std::optional<std::string> start;
+    fmi2_base_type_enu_t type;
+    fmi2_causality_enu_t causality;
+    fmi2_variability_enu_t variability;
+    std::optional<VariableValue> start;
     std::string unit; ///< Empty: none.
     std::string description;
+    fmi2_value_reference_t valueReference;
 };
 
 /// A default experiment (FMI 2.0 section 2.2.5). Times that the model description does not give
@@ -31,21 +29,23 @@ struct DefaultExperiment {
     double stepSize; ///< Seconds between two points.
 };
 
-/// What a model description tells about an FMU.
-struct ModelInformation {
+/// What an FMU tells about itself: its model description, and the platforms that it is made for.
+struct FmuDescription {
     std::string modelName;
     std::string kind; ///< "Co-Simulation", "Model Exchange" or both.
     bool coSimulation = false;
     std::string description;
     std::string generationTool;
     std::string guid;
-    std::vector<std::string> platforms; ///< Folders below binaries/, such as "linux64".
+    std::vector<std::string> platforms; ///< Folders below binaries/ with a library in
+                                        ///< them, such as "linux64".
     DefaultExperiment defaultExperiment{};
     std::vector<Variable> variables; ///< In the order of the model description.
-
-    /// The variable of that name; null when there is none.
-    [[nodiscard]] const Variable* find(std::string_view name) const;
 };
+
+/// The start value of a variable that has one, for people: as textOf(), but of a Boolean "true" or
+/// "false".
+std::string startText(const Variable& variable);
 
 /// What the FMI library complained about while it read an FMU, each text one line.
 struct LibraryMessages {
@@ -53,17 +53,18 @@ struct LibraryMessages {
     std::vector<std::string> warnings; ///< It went on with a guess or left something out.
 };
 
-/// Reads the model description in the directory that an FMU was unpacked into. Throws InputError
-/// when there is none that can be read.
-ModelInformation readModelInformation(const std::string& unpackDirectory,
-                                      LibraryMessages* messages = nullptr);
+/// Reads the description of the FMU `fmuPath` from its archive: nothing else of it is unpacked.
+///
+/// @throws program_support::InputError with the reason when it is no archive of FMI 2.0.
+FmuDescription describeFmu(const std::string& fmuPath);
 
-/// Unpacks `fmuPath` into an existing directory and reads its model description. Throws InputError,
-/// with the library's reason, when it is no archive of FMI 2.0.
-ModelInformation unpackModel(const std::string& fmuPath, const std::string& unpackDirectory,
-                             LibraryMessages* messages = nullptr);
+/// Unpacks `fmuPath` into an existing directory and reads its description.
+///
+/// @throws program_support::InputError with the library's reason when it is no archive of FMI 2.0.
+FmuDescription unpackFmu(const std::string& fmuPath, const std::string& unpackDirectory,
+                         LibraryMessages* messages = nullptr);
 
-/// Throws InputError when there is no file of that path.
+/// @throws program_support::InputError when there is no file of that path.
 void requireFile(const std::string& fmuPath);
 
 } // namespace fmu_run

@@ -1,7 +1,10 @@
-#include "fmu_run/information.h"
-#include "program_support/number_text.h"
+#include "programs/fmu_run/info_json.h"
+
+#include "programs/support/terminal_text.h"
 
 #include <nlohmann/json.hpp>
+
+#include <cmath>
 
 namespace fmu_run {
 namespace {
@@ -12,39 +15,26 @@ Json textOrNull(const std::string& text) {
     return text.empty() ? Json() : Json(text);
 }
 
-Json integerOrText(const std::string& text) {
-    const auto parsed = Json::parse(text, nullptr, false);
-    return parsed.is_number_integer() ? parsed : Json(text);
-}
-
-/// The start value in the JSON type of its variable; as text where it is not written as such.
+/// The start value in the JSON type of its variable; a number that JSON does not have as text.
 Json startOf(const Variable& variable) {
     if (!variable.start) {
         return {};
     }
-    const auto& text = *variable.start;
-    switch (variable.type) {
-    case VariableType::Boolean:
-        return text == "true" || text == "1";
-    case VariableType::Real:
-        if (const auto number = program_support::numberIn(text)) {
-            return *number;
-        }
-        return text;
-    case VariableType::Integer:
-    case VariableType::Enumeration:
-        return integerOrText(text);
-    case VariableType::String:
-        break;
+    if (variable.type == fmi2_base_type_bool) {
+        return std::get<std::int32_t>(*variable.start) != 0;
     }
-    return text;
+    const auto* real = std::get_if<double>(&*variable.start);
+    if (real != nullptr && !std::isfinite(*real)) {
+        return textOf(*variable.start);
+    }
+    return std::visit([](const auto& value) { return Json(value); }, *variable.start);
 }
 
 Json jsonOf(const Variable& variable) {
     return {{"name", variable.name},
-            {"type", typeName(variable.type)},
-            {"causality", variable.causality},
-            {"variability", variable.variability},
+            {"type", fmi2_base_type_to_string(variable.type)},
+            {"causality", fmi2_causality_to_string(variable.causality)},
+            {"variability", fmi2_variability_to_string(variable.variability)},
             {"start", startOf(variable)},
             {"unit", textOrNull(variable.unit)},
             {"description", textOrNull(variable.description)}};
@@ -59,28 +49,30 @@ Json jsonOf(const DefaultExperiment& experiment) {
 Json countsOf(const std::vector<Variable>& variables) {
     Json counts = Json::object();
     for (const auto& variable : variables) {
-        const auto previous = counts.value(variable.causality, 0);
-        counts[variable.causality] = previous + 1;
+        const char* causality = fmi2_causality_to_string(variable.causality);
+        counts[causality] = counts.value(causality, 0) + 1;
     }
     return counts;
 }
 
 } // namespace
 
-void printInfoJson(std::ostream& stream, const ModelInformation& model) {
-    Json json{{"modelName", model.modelName},
-              {"description", textOrNull(model.description)},
-              {"kind", model.kind},
-              {"generationTool", textOrNull(model.generationTool)},
-              {"guid", model.guid},
-              {"platforms", model.platforms},
-              {"defaultExperiment", jsonOf(model.defaultExperiment)},
-              {"variableCounts", countsOf(model.variables)},
+void printInfoJson(std::ostream& stream, const FmuDescription& fmu) {
+    Json json{{"modelName", fmu.modelName},
+              {"description", textOrNull(fmu.description)},
+              {"kind", fmu.kind},
+              {"generationTool", textOrNull(fmu.generationTool)},
+              {"guid", fmu.guid},
+              {"platforms", fmu.platforms},
+              {"defaultExperiment", jsonOf(fmu.defaultExperiment)},
+              {"variableCounts", countsOf(fmu.variables)},
               {"variables", Json::array()}};
-    for (const auto& variable : model.variables) {
+    for (const auto& variable : fmu.variables) {
         json["variables"].push_back(jsonOf(variable));
     }
-    stream << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    stream << program_support::terminalJson(
+                  json.dump(2, ' ', false, Json::error_handler_t::replace))
+           << '\n';
 }
 
 } // namespace fmu_run

@@ -1,10 +1,15 @@
-#include "fmu_run/information.h"
-#include "program_support/number_text.h"
+#include "programs/fmu_run/info_table.h"
+
+#include "programs/support/joined.h"
+#include "programs/support/number_text.h"
+#include "programs/support/terminal_text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <map>
+#include <string_view>
+#include <utility>
 
 namespace fmu_run {
 namespace {
@@ -19,27 +24,41 @@ std::size_t widthOf(const std::string& text) {
     }));
 }
 
-/// A model's texts may hold line breaks and worse; a table has one line for each row.
-std::string onOneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(),
-        [](char c) { return static_cast<std::uint8_t>(c) < 0x20 || c == 0x7F; }, ' ');
-    return text;
+/// What a table shows of a text: one line, and no more characters than fit, because every row is as
+/// wide as the widest. A name of 10,000 letters in one would make a flood of all.
+std::string onOneLine(const std::string& text, std::size_t width) {
+    constexpr std::string_view cut = "...";
+    std::string line;
+    std::size_t length = 0;
+    std::size_t end = 0; // Where the cut would follow.
+    for (const char character : text) {
+        const bool begins = (static_cast<std::uint8_t>(character) & 0xC0) != 0x80;
+        if (begins && length++ == width) {
+            return line.substr(0, end) + std::string(cut);
+        }
+        line += character == '\n' || character == '\t' || character == '\r' ? ' ' : character;
+        end = length <= width - cut.size() ? line.size() : end;
+    }
+    return line;
+}
+
+std::string shown(const std::string& text, std::size_t width) {
+    return program_support::terminalText(onOneLine(text, width));
 }
 
 std::string startOf(const Variable& variable) {
-    const auto text = onOneLine(variable.start.value_or("-"));
+    const auto text = variable.start ? shown(startText(variable), 30) : "-";
     return text.empty() ? "\"\"" : text;
 }
 
 Cells cellsOf(const Variable& variable) {
-    return {onOneLine(variable.name),
-            std::string(typeName(variable.type)),
-            variable.causality,
-            variable.variability,
+    return {shown(variable.name, 60),
+            fmi2_base_type_to_string(variable.type),
+            fmi2_causality_to_string(variable.causality),
+            fmi2_variability_to_string(variable.variability),
             startOf(variable),
-            onOneLine(variable.unit.empty() ? "-" : variable.unit),
-            onOneLine(variable.description)};
+            shown(variable.unit.empty() ? "-" : variable.unit, 20),
+            shown(variable.description, 80)};
 }
 
 void printRow(std::ostream& stream, const Cells& cells,
@@ -71,21 +90,13 @@ void printVariables(std::ostream& stream, const std::vector<Variable>& variables
 std::string countsOf(const std::vector<Variable>& variables) {
     std::map<std::string, std::size_t> counts;
     for (const auto& variable : variables) {
-        ++counts[variable.causality];
+        ++counts[fmi2_causality_to_string(variable.causality)];
     }
     std::string text;
     for (const auto& [causality, count] : counts) {
         text += (text.empty() ? " (" : ", ") + std::to_string(count) + " " + causality;
     }
     return std::to_string(variables.size()) + text + (text.empty() ? "" : ")");
-}
-
-std::string joined(const std::vector<std::string>& words) {
-    std::string text;
-    for (const auto& word : words) {
-        text += (text.empty() ? "" : ", ") + word;
-    }
-    return text;
 }
 
 std::string experimentText(const DefaultExperiment& experiment) {
@@ -96,23 +107,23 @@ std::string experimentText(const DefaultExperiment& experiment) {
 
 } // namespace
 
-void printInfoTable(std::ostream& stream, const ModelInformation& model) {
+void printInfoTable(std::ostream& stream, const FmuDescription& fmu) {
     const std::vector<std::pair<std::string, std::string>> entries{
-        {"Model", model.modelName},
-        {"Description", model.description},
-        {"Kind", model.kind},
-        {"Generation tool", model.generationTool},
-        {"GUID", model.guid},
-        {"Platforms", joined(model.platforms)},
-        {"Default experiment", experimentText(model.defaultExperiment)},
-        {"Variables", countsOf(model.variables)}};
+        {"Model", fmu.modelName},
+        {"Description", fmu.description},
+        {"Kind", fmu.kind},
+        {"Generation tool", fmu.generationTool},
+        {"GUID", fmu.guid},
+        {"Platforms", program_support::joined(fmu.platforms, ", ")},
+        {"Default experiment", experimentText(fmu.defaultExperiment)},
+        {"Variables", countsOf(fmu.variables)}};
     constexpr std::size_t labelWidth = 20;
     for (const auto& [label, text] : entries) {
         stream << label << std::string(labelWidth - label.size(), ' ')
-               << (text.empty() ? "-" : onOneLine(text)) << '\n';
+               << (text.empty() ? "-" : shown(text, 200)) << '\n';
     }
     stream << '\n';
-    printVariables(stream, model.variables);
+    printVariables(stream, fmu.variables);
 }
 
 } // namespace fmu_run

@@ -1,6 +1,11 @@
-#include "fmu_run/input_signals.h"
+#include "programs/fmu_run/input_signals.h"
 
-#include "program_support/input_error.h"
+#include "programs/fmu_run/shared_references.h"
+#include "programs/fmu_run/variable_lookup.h"
+#include "programs/support/input_error.h"
+
+#include <string_view>
+#include <unordered_map>
 
 namespace fmu_run {
 
@@ -10,55 +15,70 @@ using program_support::InputError;
 namespace {
 
 bool canBeSetDuringRun(const Variable& variable) {
-    return variable.causality == "input" ||
-           (variable.causality == "parameter" && variable.variability == "tunable");
+    return variable.causality == fmi2_causality_enu_input ||
+           (variable.causality == fmi2_causality_enu_parameter &&
+            variable.variability == fmi2_variability_enu_tunable);
 }
 
 } // namespace
 
-InputSignals::InputSignals(const std::string& path, const ModelInformation& model)
+InputSignals::InputSignals(const std::string& path, const FmuDescription& model, bool quiet)
     : table_(CsvTable::read(path)) {
-    for (std::size_t column = 1; column < table_.names().size(); ++column) {
-        signals_.push_back(signalOf(model, column));
+    // Both the file's columns and the FMU's variables may be many.
+    std::unordered_map<std::string_view, const Variable*> variables;
+    for (const auto& variable : model.variables) {
+        variables.emplace(variable.name, &variable);
     }
+    const SharedReferences references(model);
+    for (std::size_t column = 1; column < table_.names().size(); ++column) {
+        const auto& name = table_.names()[column];
+        const auto found = variables.find(name);
+        const auto& variable = found != variables.end()
+                                   ? *found->second
+                                   : requireVariable(model, name, placeOf(column));
+        signals_.push_back(signalOf(variable, column));
+        references.requireOwn(variable, placeOf(column), quiet);
+    }
+    readHeldValues();
 }
 
-InputSignals::Signal InputSignals::signalOf(const ModelInformation& model,
-                                            std::size_t column) const {
-    const auto& name = table_.names()[column];
-    const std::string place = "column '" + name + "' of '" + table_.path() + "'";
-    const auto& variable = requireVariable(model, name, place);
+std::string InputSignals::placeOf(std::size_t column) const {
+    return "column '" + table_.names()[column] + "' of '" + table_.path() + "'";
+}
+
+InputSignals::Signal InputSignals::signalOf(const Variable& variable, std::size_t column) const {
     if (!canBeSetDuringRun(variable)) {
-        throw InputError(place + " is no input of the FMU but of causality " + variable.causality +
-                         "; remove the column");
+        throw InputError(placeOf(column) + " is no input of the FMU but of causality " +
+                         fmi2_causality_to_string(variable.causality) + "; remove the column");
     }
-    const bool interpolated =
-        variable.type == VariableType::Real && variable.variability == "continuous";
+    const bool interpolated = variable.type == fmi2_base_type_real &&
+                              variable.variability == fmi2_variability_enu_continuous;
     if (interpolated) {
         table_.requireNumbers(column);
-        return {name, column, true, {}};
     }
-    return {name, column, false, heldValues(variable, column)};
+    return {&variable, variable.name, column, interpolated, {}};
 }
 
-std::vector<VariableValue> InputSignals::heldValues(const Variable& variable,
-                                                    std::size_t column) const {
-    std::vector<VariableValue> values;
-    values.reserve(table_.rowCount());
+/// Row by row: the texts of a row are taken apart once for all of its columns.
+void InputSignals::readHeldValues() {
     for (std::size_t row = 0; row < table_.rowCount(); ++row) {
-        values.push_back(
-            parseValue(table_.text(row, column), variable.type,
-                       table_.place(row) + ": the value in column '" + variable.name + "'"));
+        const auto texts = table_.texts(row);
+        for (auto& signal : signals_) {
+            if (!signal.interpolated) {
+                signal.rows.push_back(
+                    parseValue(texts[signal.column], signal.variable->type,
+                               table_.place(row) + ": the value in column '" + signal.name + "'"));
+            }
+        }
     }
-    return values;
 }
 
 void InputSignals::apply(FmiToolsInstance* fmu, double time) const {
     for (const auto& signal : signals_) {
         if (signal.interpolated) {
-            setVariable(fmu, signal.name, table_.interpolateLinearly(signal.column, time));
+            setVariable(fmu, signal.name, table_.interpolateLinearly(signal.column, time), time);
         } else {
-            setVariable(fmu, signal.name, signal.rows[table_.rowAt(time)]);
+            setVariable(fmu, signal.name, signal.rows[table_.rowAt(time)], time);
         }
     }
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "fmu_run/model_information.h"
-#include "fmu_run/variable_value.h"
-#include "program_support/csv_table.h"
+#include "programs/fmu_run/fmu_description.h"
+#include "programs/fmu_run/variable_value.h"
+#include "programs/support/csv_table.h"
 
 #include <string>
 #include <vector>
@@ -16,25 +16,31 @@ class InputSignals {
     /// No signals.
     InputSignals() = default;
 
-    /// Reads the file. Throws InputError, naming file, line and column, when it cannot be read, a
-    /// column is not an input or tunable parameter of the FMU, or a value is not of its type.
-    InputSignals(const std::string& path, const ModelInformation& model);
+    /// Reads the file.
+    ///
+    /// @throws program_support::InputError naming file, line and column when it cannot be read, a
+    ///         column is not an input or tunable parameter of the FMU, a value is not of its
+    ///         type, or is a Boolean in whose place another would be set (SharedReferences, which
+    ///         `quiet` is for).
+    InputSignals(const std::string& path, const FmuDescription& model, bool quiet);
 
-    /// Sets every signal to its value at `time`, in seconds. Throws RunFailure when the FMU
-    /// refuses.
+    /// Sets every signal to its value at `time`, in seconds.
+    ///
+    /// @throws RunFailure when the FMU refuses.
     void apply(FmiToolsInstance* fmu, double time) const;
 
   private:
     struct Signal {
+        const Variable* variable; ///< Only while the file is read.
         std::string name;
         std::size_t column;
         bool interpolated;
         std::vector<VariableValue> rows; ///< Of a signal that is held: its value by row.
     };
 
-    [[nodiscard]] Signal signalOf(const ModelInformation& model, std::size_t column) const;
-    [[nodiscard]] std::vector<VariableValue> heldValues(const Variable& variable,
-                                                        std::size_t column) const;
+    [[nodiscard]] std::string placeOf(std::size_t column) const;
+    [[nodiscard]] Signal signalOf(const Variable& variable, std::size_t column) const;
+    void readHeldValues();
 
     program_support::CsvTable table_;
     std::vector<Signal> signals_;

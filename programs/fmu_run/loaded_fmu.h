@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fmi_tools.h"
-#include "fmu_run/run_directory.h"
+#include "programs/fmu_run/run_directory.h"
 
 #include <cstdint>
 #include <string>
@@ -15,8 +15,9 @@ namespace fmu_run {
 /// complains about.
 class LoadedFmu {
   public:
-    /// Loads and instantiates. `showMessages` lets everything through that is printed. Throws
-    /// InputError with the reason when the runtime cannot load the FMU.
+    /// Loads and instantiates. `showMessages` lets everything through that is printed.
+    ///
+    /// @throws program_support::InputError with the reason when the runtime cannot load the FMU.
     LoadedFmu(const std::string& fmuPath, const RunDirectory& directory, bool showMessages);
     ~LoadedFmu();
     LoadedFmu(const LoadedFmu&) = delete;
@@ -27,10 +28,16 @@ class LoadedFmu {
     [[nodiscard]] FmiToolsInstance* get() const { return instance_; }
 
     /// fmiToolsStartInitialization() and its result code.
-    [[nodiscard]] std::int32_t startInitialization() const;
+    [[nodiscard]] std::int32_t startInitialization();
+
+    /// Whether startInitialization() found an instance. One that the FMU refused fails only there.
+    [[nodiscard]] bool isInstantiated() const { return instantiated_; }
 
     /// fmiToolsEndInitialization() and its result code.
     [[nodiscard]] std::int32_t endInitialization() const;
+
+    /// fmiToolsSimulateToT() and its result code.
+    [[nodiscard]] std::int32_t stepTo(double time);
 
   private:
     void load(const std::string& fmuPath, const RunDirectory& directory);
@@ -39,6 +46,8 @@ class LoadedFmu {
     std::string outputFile_; ///< Where standard output goes meanwhile; empty: it is let through.
     std::string errorFile_;
     FmiToolsInstance* instance_ = nullptr;
+    bool instantiated_ = true;
+    double time_ = 0.0; ///< Where the FMU is, in seconds.
 };
 
 } // namespace fmu_run

@@ -1,11 +1,12 @@
-#include "fmu_run/information.h"
-#include "fmu_run/options.h"
-#include "fmu_run/run_directory.h"
-#include "fmu_run/simulation.h"
-#include "fmu_run/validation.h"
-#include "fmu_run/variable_value.h"
-#include "program_support/command_line.h"
-#include "program_support/input_error.h"
+#include "programs/fmu_run/info_json.h"
+#include "programs/fmu_run/info_table.h"
+#include "programs/fmu_run/options.h"
+#include "programs/fmu_run/parameters_template.h"
+#include "programs/fmu_run/run_failure.h"
+#include "programs/fmu_run/simulation.h"
+#include "programs/fmu_run/validation.h"
+#include "programs/support/command_line.h"
+#include "programs/support/exit_status.h"
 
 #include <iostream>
 
@@ -13,10 +14,9 @@ namespace {
 
 using namespace fmu_run;
 
-ModelInformation informationOf(const Options& options) {
+FmuDescription descriptionOf(const Options& options) {
     requireFile(options.model);
-    const RunDirectory directory;
-    return unpackModel(options.model, directory.unpackDirectory());
+    return describeFmu(options.model);
 }
 
 int perform(const Options& options) {
@@ -24,11 +24,11 @@ int perform(const Options& options) {
         return validate(options);
     }
     if (options.info == "json") {
-        printInfoJson(std::cout, informationOf(options));
+        printInfoJson(std::cout, descriptionOf(options));
     } else if (!options.info.empty()) {
-        printInfoTable(std::cout, informationOf(options));
+        printInfoTable(std::cout, descriptionOf(options));
     } else if (options.writeParameters) {
-        printParametersFile(std::cout, informationOf(options));
+        printParametersFile(std::cout, descriptionOf(options));
     } else {
         return simulate(options);
     }
@@ -50,22 +50,13 @@ int run(int argc, char** argv) {
     try {
         return perform(options);
     } catch (const RunFailure& failure) {
-        std::cerr << "fmu_run: '" << options.model << "' failed: " << failure.what()
-                  << "; see the log '" << options.logFile << "'\n";
-        return 1;
+        std::cerr << "fmu_run: '" << options.model << "' failed: " << failure.what() << '\n';
+        return program_support::failedStatus;
     }
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    try {
-        return run(argc, argv);
-    } catch (const program_support::InputError& error) {
-        std::cerr << "fmu_run: " << error.what() << '\n';
-        return program_support::inputErrorStatus;
-    } catch (const std::exception& error) {
-        std::cerr << "fmu_run: " << error.what() << '\n';
-        return 1;
-    }
+    return program_support::exitStatusOf("fmu_run", [&] { return run(argc, argv); });
 }

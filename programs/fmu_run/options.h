@@ -1,5 +1,7 @@
 #pragma once
 
+#include "programs/support/plot_options.h"
+
 #include <CLI/CLI.hpp>
 
 #include <optional>
@@ -21,8 +23,7 @@ struct Options {
     std::string outputFile;
     std::string logFile;
     std::string workingDirectory; ///< Empty: a temporary one.
-    std::string plotFile;         ///< Empty: no picture.
-    std::string plotColumns;      ///< A list of names; empty: the outputs.
+    program_support::PlotOptions plot;
     bool debugLogging = false;
     bool quiet = false;
     std::string info; ///< "table" or "json"; empty: not asked for.
@@ -33,8 +34,9 @@ struct Options {
 /// Adds fmu_run's options to `app`, bound to `options`, which must outlive it.
 void addOptions(CLI::App& app, Options& options);
 
-/// Fills in the names of the results and log file that were not given, and throws InputError where
-/// the options contradict each other.
+/// Fills in the names of the results and log file that were not given.
+///
+/// @throws program_support::InputError where the options contradict each other.
 void completeOptions(Options& options);
 
 } // namespace fmu_run

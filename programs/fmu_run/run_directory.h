@@ -1,6 +1,7 @@
 #pragma once
 
-#include <filesystem>
+#include "platform/temporary_directory.h"
+
 #include <string>
 
 namespace fmu_run {
@@ -9,13 +10,12 @@ namespace fmu_run {
 /// is unpacked into, which is inside it unless the user named another.
 class RunDirectory {
   public:
-    /// `unpackDirectory` is the user's, empty for none. Throws InputError when one cannot be made.
+    /// `unpackDirectory` is the user's, empty for none.
+    ///
+    /// @throws program_support::InputError when one cannot be made.
     explicit RunDirectory(const std::string& unpackDirectory = {});
-    ~RunDirectory();
-    RunDirectory(const RunDirectory&) = delete;
-    RunDirectory& operator=(const RunDirectory&) = delete;
-    RunDirectory(RunDirectory&&) = delete;
-    RunDirectory& operator=(RunDirectory&&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& temporary() const { return temporary_.path(); }
 
     /// Absolute path of the directory to unpack the FMU into.
     [[nodiscard]] const std::string& unpackDirectory() const { return unpackDirectory_; }
@@ -24,7 +24,7 @@ class RunDirectory {
     [[nodiscard]] std::string temporaryFile(const std::string& name) const;
 
   private:
-    std::filesystem::path temporary_;
+    platform::TemporaryDirectory temporary_;
     std::string unpackDirectory_;
 };
 

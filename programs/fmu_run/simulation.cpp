@@ -1,67 +1,72 @@
-#include "fmu_run/simulation.h"
+#include "programs/fmu_run/simulation.h"
 
-#include "fmu_run/experiment.h"
-#include "fmu_run/input_signals.h"
-#include "fmu_run/loaded_fmu.h"
-#include "platform/files.h"
-#include "program_support/input_error.h"
-#include "program_support/interrupt.h"
-#include "program_support/number_text.h"
-#include "program_support/plot.h"
-#include "program_support/progress_bar.h"
+#include "programs/fmu_run/experiment.h"
+#include "programs/fmu_run/input_signals.h"
+#include "programs/fmu_run/loaded_fmu.h"
+#include "programs/fmu_run/run_failure.h"
+#include "programs/fmu_run/shared_references.h"
+#include "programs/fmu_run/variable_lookup.h"
+#include "programs/support/call_watch.h"
+#include "programs/support/early_end.h"
+#include "programs/support/exit_status.h"
+#include "programs/support/input_error.h"
+#include "programs/support/number_text.h"
+#include "programs/support/output_files.h"
+#include "programs/support/plot.h"
+#include "programs/support/progress_bar.h"
+#include "programs/support/run_log.h"
 
-#include <chrono>
-#include <fstream>
 #include <iostream>
+#include <optional>
+#include <stdexcept>
+#include <utility>
 
 namespace fmu_run {
 
+using program_support::EarlyEnd;
 using program_support::InputError;
 using program_support::shortNumber;
+using program_support::StepGrid;
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using StartValues = std::vector<std::pair<std::string, VariableValue>>;
 
-StartValues parseStartValues(const Options& options, const ModelInformation& model) {
+StartValues parseStartValues(const Options& options, const FmuDescription& model) {
     StartValues values;
+    const SharedReferences references(model);
     for (const auto& [name, text] : options.startValues) {
         const auto& variable = requireVariable(model, name, "--start-value " + name);
         values.emplace_back(name, parseValue(text, variable.type, "--start-value " + name));
+        references.requireOwn(variable, "--start-value " + name, options.quiet);
     }
     return values;
 }
 
 /// The runtime goes on without a file that it cannot open; a user would miss it only at the end.
-void requireWritable(const std::string& path, const std::string& what, const std::string& option) {
-    const auto file = platform::nativePath(path);
-    std::error_code error;
-    const bool existed = std::filesystem::exists(file, error);
-    if (!std::ofstream(file, std::ios::app)) {
-        throw InputError("cannot write the " + what + " '" + path + "'; choose another by " +
-                         option);
-    }
-    if (!existed) {
-        std::filesystem::remove(file, error);
+/// And a load that ends the process must not leave what looks like this run's.
+void clearFiles(const Options& options) {
+    program_support::clearOutputFile(options.logFile, "log file", "--log-file");
+    program_support::clearOutputFile(options.outputFile, "results file", "--output-file");
+    if (!options.plot.file.empty()) {
+        program_support::clearOutputFile(options.plot.file, "picture", "--plot");
     }
 }
 
 void openFiles(FmiToolsInstance* fmu, const Options& options) {
-    requireWritable(options.logFile, "log file", "--log-file");
-    requireWritable(options.outputFile, "results file", "--output-file");
     fmiToolsSetLogFile(fmu, options.logFile.c_str());
     fmiToolsEnableDebugLogs(fmu, options.debugLogging ? 1 : 0);
     fmiToolsSetResultsFile(fmu, options.outputFile.c_str());
 }
 
-void initialize(const LoadedFmu& fmu, const StartValues& startValues, const InputSignals& inputs,
+void initialize(LoadedFmu& fmu, const StartValues& startValues, const InputSignals& inputs,
                 double startTime) {
     for (const auto& [name, value] : startValues) {
-        setVariable(fmu.get(), name, value);
+        setVariable(fmu.get(), name, value, 0.0);
     }
     if (fmu.startInitialization() != 0) {
-        throw RunFailure("it could not enter its initialisation");
+        throw RunFailure(fmu.isInstantiated() ? "it could not enter its initialisation"
+                                              : "it refused to be instantiated (fmi2Instantiate)");
     }
     inputs.apply(fmu.get(), startTime);
     if (fmu.endInitialization() != 0) {
@@ -69,66 +74,49 @@ void initialize(const LoadedFmu& fmu, const StartValues& startValues, const Inpu
     }
 }
 
-void stepTo(FmiToolsInstance* fmu, double time) {
+void stepTo(LoadedFmu& fmu, double time) {
     constexpr std::int32_t stepRefused = -201;
-    const auto status = fmiToolsSimulateToT(fmu, time);
+    const auto status = fmu.stepTo(time);
     if (status == stepRefused) {
         throw RunFailure("its step to t = " + shortNumber(time) + " s failed");
     }
     if (status != 0) {
-        throw RunFailure("its values at t = " + shortNumber(time) + " s could not be read");
+        throw RunFailure("its results at t = " + shortNumber(time) +
+                         " s could not be read or written");
     }
 }
 
-/// Why a run ended before the stop time; empty while it goes on.
-class EarlyEnd {
-  public:
-    explicit EarlyEnd(const std::optional<double>& timeout) : timeout_(timeout) {}
-
-    [[nodiscard]] std::string reason() const {
-        if (program_support::interrupted()) {
-            return "interrupted";
-        }
-        const std::chrono::duration<double> elapsed = Clock::now() - begin_;
-        if (timeout_ && elapsed.count() >= *timeout_) {
-            return "stopped after --timeout " + shortNumber(*timeout_) + " s";
-        }
-        return {};
+/// @throws std::runtime_error when lines of the log were lost.
+void requireCompleteLog(const Options& options) {
+    if (!program_support::isLogComplete(options.logFile)) {
+        throw std::runtime_error("cannot write the log file '" + options.logFile +
+                                 "' to its end, the line above says why; make room there or choose "
+                                 "another by --log-file");
     }
+}
 
-  private:
-    std::optional<double> timeout_;
-    Clock::time_point begin_ = Clock::now();
-    program_support::InterruptGuard guard_;
-};
-
-void reportSuccess(const Options& options, const Experiment& experiment) {
+void reportSuccess(const Options& options, const StepGrid& grid) {
     if (!options.quiet) {
-        std::cout << options.model << ": simulated from " << shortNumber(experiment.startTime())
-                  << " s to " << shortNumber(experiment.stopTime()) << " s in "
-                  << experiment.stepCount() << " steps\nResults: " << options.outputFile
-                  << "\nLog: " << options.logFile << '\n';
+        std::cout << options.model << ": simulated from " << shortNumber(grid.startTime())
+                  << " s to " << shortNumber(grid.stopTime()) << " s in " << grid.stepCount()
+                  << " steps\nResults: " << options.outputFile << "\nLog: " << options.logFile
+                  << '\n';
     }
 }
 
 bool hasResults(const Variable& variable) {
-    return variable.type == VariableType::Real && variable.causality != "local";
+    return variable.type == fmi2_base_type_real && variable.causality != fmi2_causality_enu_local;
 }
 
-/// The columns that the user chose, else the first outputs. Throws InputError for a name without
-/// results.
-std::vector<std::string> columnsToPlot(const Options& options, const ModelInformation& model) {
-    std::vector<std::string> columns;
-    if (options.plotColumns.empty()) {
-        for (const auto& variable : model.variables) {
-            if (hasResults(variable) && variable.causality == "output" &&
-                columns.size() < program_support::mostPlottedColumns) {
-                columns.push_back(variable.name);
-            }
+/// @throws InputError for a name of the user's without results.
+std::vector<std::string> columnsToPlot(const Options& options, const FmuDescription& model) {
+    std::vector<std::string> outputs;
+    for (const auto& variable : model.variables) {
+        if (hasResults(variable) && variable.causality == fmi2_causality_enu_output) {
+            outputs.push_back(variable.name);
         }
-    } else {
-        columns = program_support::splitColumnList(options.plotColumns);
     }
+    auto columns = program_support::columnsToPlot(options.plot, outputs);
     for (const auto& name : columns) {
         if (!hasResults(requireVariable(model, name, "--plot-columns"))) {
             throw InputError("--plot-columns: '" + name +
@@ -143,33 +131,32 @@ void drawPlot(const Options& options, const std::vector<std::string>& columns) {
     if (columns.empty()) {
         throw InputError("the FMU has no Real outputs to plot; name variables by --plot-columns");
     }
-    program_support::plot({options.outputFile, options.plotFile, columns});
+    program_support::plot({options.outputFile, options.plot.file, columns});
     if (!options.quiet) {
-        std::cout << "Plot: " << options.plotFile << '\n';
+        std::cout << "Plot: " << options.plot.file << '\n';
     }
 }
 
 /// Takes the initialised FMU over the grid, each interval with the inputs of its beginning. Returns
 /// the exit status.
-int runSteps(FmiToolsInstance* fmu, const Experiment& experiment, const InputSignals& inputs,
+int runSteps(LoadedFmu& fmu, const StepGrid& grid, const InputSignals& inputs,
              const EarlyEnd& earlyEnd, const Options& options) {
-    program_support::ProgressBar progress(stderr, experiment.startTime(), experiment.stopTime(),
+    program_support::ProgressBar progress(stderr, grid.startTime(), grid.stopTime(),
                                           !options.quiet);
-    stepTo(fmu, experiment.startTime());
-    for (std::int64_t step = 0; step < experiment.stepCount(); ++step) {
-        const double time = experiment.timeAt(step);
-        if (const auto reason = earlyEnd.reason(); !reason.empty()) {
+    stepTo(fmu, grid.startTime());
+    for (std::int64_t step = 0; step < grid.stepCount(); ++step) {
+        const double time = grid.timeAt(step);
+        if (earlyEnd.isDue()) {
             progress.finish();
-            std::cerr << "fmu_run: " << reason << " at t = " << shortNumber(time)
+            std::cerr << "fmu_run: " << earlyEnd.reason() << " at t = " << shortNumber(time)
                       << " s; the results up to there are in '" << options.outputFile << "'\n";
             return program_support::interruptedStatus;
         }
-        inputs.apply(fmu, time);
-        stepTo(fmu, experiment.timeAt(step + 1));
-        progress.update(experiment.timeAt(step + 1));
+        inputs.apply(fmu.get(), time);
+        stepTo(fmu, grid.timeAt(step + 1));
+        progress.update(grid.timeAt(step + 1));
     }
     progress.finish();
-    reportSuccess(options, experiment);
     return 0;
 }
 
@@ -177,20 +164,35 @@ int runSteps(FmiToolsInstance* fmu, const Experiment& experiment, const InputSig
 
 int simulate(const Options& options) {
     requireFile(options.model);
-    const RunDirectory directory(options.workingDirectory);
     const EarlyEnd earlyEnd(options.timeout);
-    const LoadedFmu fmu(options.model, directory, options.debugLogging);
-    const auto model = readModelInformation(directory.unpackDirectory());
-    const Experiment experiment(options, model.defaultExperiment);
+    program_support::CallWatch watch("fmu_run: '" + options.model + "'", options.timeout);
+    const RunDirectory directory(options.workingDirectory);
+    watch.setTemporaryDirectory(directory.temporary());
+    const auto model = describeFmu(options.model);
+    const auto grid = experimentGrid(options, model.defaultExperiment);
     const auto startValues = parseStartValues(options, model);
-    const auto inputs =
-        options.inputFile.empty() ? InputSignals() : InputSignals(options.inputFile, model);
+    const auto inputs = options.inputFile.empty()
+                            ? InputSignals()
+                            : InputSignals(options.inputFile, model, options.quiet);
     const auto columns =
-        options.plotFile.empty() ? std::vector<std::string>() : columnsToPlot(options, model);
-    openFiles(fmu.get(), options);
-    initialize(fmu, startValues, inputs, experiment.startTime());
-    const int exitStatus = runSteps(fmu.get(), experiment, inputs, earlyEnd, options);
-    if (!options.plotFile.empty()) {
+        options.plot.file.empty() ? std::vector<std::string>() : columnsToPlot(options, model);
+    clearFiles(options);
+    std::optional<LoadedFmu> fmu(std::in_place, options.model, directory, options.debugLogging);
+    openFiles(fmu->get(), options);
+    watch.setLog(options.logFile);
+    int exitStatus = 0;
+    try {
+        initialize(*fmu, startValues, inputs, grid.startTime());
+        exitStatus = runSteps(*fmu, grid, inputs, earlyEnd, options);
+    } catch (const RunFailure& failure) {
+        throw RunFailure(failure.what() + ("; " + program_support::reasonInLog(options.logFile)));
+    }
+    fmu.reset();
+    requireCompleteLog(options);
+    if (exitStatus == 0) {
+        reportSuccess(options, grid);
+    }
+    if (!options.plot.file.empty()) {
         drawPlot(options, columns);
     }
     return exitStatus;

@@ -1,10 +1,13 @@
-#include "fmu_run/validation.h"
+#include "programs/fmu_run/validation.h"
 
-#include "fmu_run/loaded_fmu.h"
-#include "fmu_run/model_information.h"
 #include "platform/files.h"
-#include "program_support/input_error.h"
-#include "program_support/number_text.h"
+#include "programs/fmu_run/fmu_description.h"
+#include "programs/fmu_run/loaded_fmu.h"
+#include "programs/fmu_run/shared_references.h"
+#include "programs/support/call_watch.h"
+#include "programs/support/exit_status.h"
+#include "programs/support/input_error.h"
+#include "programs/support/number_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,12 +45,12 @@ class Findings {
     int warnings_ = 0;
 };
 
-std::optional<ModelInformation>
-checkDescription(const Options& options, const RunDirectory& directory, Findings& findings) {
+std::optional<FmuDescription> checkDescription(const Options& options,
+                                               const RunDirectory& directory, Findings& findings) {
     LibraryMessages messages;
-    std::optional<ModelInformation> model;
+    std::optional<FmuDescription> model;
     try {
-        model = unpackModel(options.model, directory.unpackDirectory(), &messages);
+        model = unpackFmu(options.model, directory.unpackDirectory(), &messages);
     } catch (const InputError& error) {
         findings.error(error.what());
     }
@@ -74,8 +77,11 @@ void checkDefaultExperiment(const DefaultExperiment& experiment, Findings& findi
           experiment.startTime, "--start-time");
     check(experiment.stopTime >= experiment.startTime && std::isfinite(experiment.stopTime),
           "stop time", experiment.stopTime, "--stop-time");
-    check(experiment.stepSize > 0.0 && std::isfinite(experiment.stepSize), "step size",
-          experiment.stepSize, "--output-interval");
+    constexpr double mostSteps = 1e9;
+    const double length = experiment.stopTime - experiment.startTime;
+    check(experiment.stepSize > 0.0 && std::isfinite(experiment.stepSize) &&
+              !(length / experiment.stepSize > mostSteps),
+          "step size", experiment.stepSize, "--output-interval");
 }
 
 void checkNames(std::vector<Variable> variables, Findings& findings) {
@@ -87,6 +93,21 @@ void checkNames(std::vector<Variable> variables, Findings& findings) {
         findings.error("two variables are called '" + found->name +
                        "', only one of them can be set and read; rename one where the FMU is made");
         found = std::adjacent_find(found + 1, variables.end(), same);
+    }
+}
+
+void checkBooleans(const FmuDescription& model, Findings& findings) {
+    const SharedReferences references(model);
+    for (const auto& variable : model.variables) {
+        const bool canBeSet = variable.causality == fmi2_causality_enu_parameter ||
+                              variable.causality == fmi2_causality_enu_input;
+        const auto* other = references.setInsteadOf(variable);
+        if (canBeSet && other != nullptr) {
+            findings.warning("the Boolean '" + variable.name + "' has the value reference of '" +
+                             other->name +
+                             "', which would be set instead; give Booleans value "
+                             "references of their own where the FMU is made");
+        }
     }
 }
 
@@ -103,7 +124,7 @@ void reportLog(const std::string& logFile, Findings& findings) {
     }
 }
 
-void checkFirstStep(const LoadedFmu& fmu, const ModelInformation& model, Findings& findings) {
+void checkFirstStep(LoadedFmu& fmu, const FmuDescription& model, Findings& findings) {
     if (fmu.startInitialization() != 0 || fmu.endInitialization() != 0) {
         findings.error("the FMU cannot be initialised with its start values; set those it needs by "
                        "--start-value and see the log of that run");
@@ -111,17 +132,17 @@ void checkFirstStep(const LoadedFmu& fmu, const ModelInformation& model, Finding
     }
     const double wanted = model.defaultExperiment.stepSize;
     const double step = wanted > 0.0 && std::isfinite(wanted) ? wanted : 0.001;
-    if (fmiToolsSimulateToT(fmu.get(), step) != 0) {
+    if (fmu.stepTo(step) != 0) {
         findings.error("the first step, to t = " + shortNumber(step) +
                        " s, failed; try a smaller --output-interval and see the log of that run");
     }
 }
 
-void checkRun(const Options& options, const ModelInformation& model, Findings& findings) {
-    const RunDirectory directory;
+void checkRun(const Options& options, const RunDirectory& directory, const FmuDescription& model,
+              Findings& findings) {
     const auto logFile = directory.temporaryFile("log");
     try {
-        const LoadedFmu fmu(options.model, directory, options.debugLogging);
+        LoadedFmu fmu(options.model, directory, options.debugLogging);
         fmiToolsSetLogFile(fmu.get(), logFile.c_str());
         fmiToolsSetResultsFile(fmu.get(), directory.temporaryFile("results").c_str());
         checkFirstStep(fmu, model, findings);
@@ -134,17 +155,19 @@ void checkRun(const Options& options, const ModelInformation& model, Findings& f
 } // namespace
 
 int validate(const Options& options) {
-    constexpr int mostErrors = 100;
     requireFile(options.model);
+    program_support::CallWatch watch("fmu_run: '" + options.model + "'", options.timeout);
     const RunDirectory directory;
+    watch.setTemporaryDirectory(directory.temporary());
     Findings findings;
     if (const auto model = checkDescription(options, directory, findings)) {
         checkDefaultExperiment(model->defaultExperiment, findings);
         checkNames(model->variables, findings);
-        checkRun(options, *model, findings);
+        checkBooleans(*model, findings);
+        checkRun(options, directory, *model, findings);
     }
     findings.conclude(options.model);
-    return std::min(findings.errors(), mostErrors);
+    return findings.errors() > 0 ? program_support::failedStatus : 0;
 }
 
 } // namespace fmu_run

@@ -1,12 +1,13 @@
-#include "fmu_run/variable_value.h"
+#include "programs/fmu_run/variable_value.h"
 
-#include "program_support/input_error.h"
-#include "program_support/number_text.h"
+#include "programs/fmu_run/run_failure.h"
+#include "programs/support/call_watch.h"
+#include "programs/support/input_error.h"
+#include "programs/support/number_text.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
-#include <numeric>
-#include <utility>
+#include <system_error>
 
 namespace fmu_run {
 
@@ -34,16 +35,6 @@ std::int32_t parseBoolean(const std::string& text, const std::string& place) {
     throw InputError(place + " '" + text + "' is not a Boolean; write true or false");
 }
 
-std::string textOf(const VariableValue& value) {
-    if (const auto* real = std::get_if<double>(&value)) {
-        return program_support::shortNumber(*real);
-    }
-    if (const auto* integer = std::get_if<std::int32_t>(&value)) {
-        return std::to_string(*integer);
-    }
-    return std::get<std::string>(value);
-}
-
 /// The runtime's setters by type, so that one visit finds the right one.
 struct Setter {
     FmiToolsInstance* fmu;
@@ -62,65 +53,42 @@ struct Setter {
     }
 };
 
-/// How many letters to insert, remove or replace to get from one text to the other.
-std::size_t editDistance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> row(to.size() + 1);
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < from.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < to.size(); ++j) {
-            const std::size_t replaced = diagonal + (from[i] == to[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
-}
-
-std::string nearestName(const ModelInformation& model, const std::string& name) {
-    const std::string* nearest = nullptr;
-    std::size_t best = std::max<std::size_t>(name.size() / 2, 1) + 1;
-    for (const auto& variable : model.variables) {
-        const auto distance = editDistance(name, variable.name);
-        if (distance < best) {
-            best = distance;
-            nearest = &variable.name;
-        }
-    }
-    return nearest != nullptr ? "did you mean '" + *nearest + "'?" : "see fmu_run --info";
-}
-
 } // namespace
 
-VariableValue parseValue(const std::string& text, VariableType type, const std::string& place) {
+VariableValue parseValue(const std::string& text, fmi2_base_type_enu_t type,
+                         const std::string& place) {
     switch (type) {
-    case VariableType::Real:
+    case fmi2_base_type_real:
         return program_support::parseNumber(text, place);
-    case VariableType::Integer:
-    case VariableType::Enumeration:
+    case fmi2_base_type_int:
+    case fmi2_base_type_enum:
         return parseInteger(text, place);
-    case VariableType::Boolean:
+    case fmi2_base_type_bool:
         return parseBoolean(text, place);
-    case VariableType::String:
+    case fmi2_base_type_str:
         break;
     }
     return text;
 }
 
-void setVariable(FmiToolsInstance* fmu, const std::string& name, const VariableValue& value) {
+std::string textOf(const VariableValue& value) {
+    if (const auto* real = std::get_if<double>(&value)) {
+        return program_support::plainNumber(*real);
+    }
+    if (const auto* integer = std::get_if<std::int32_t>(&value)) {
+        return std::to_string(*integer);
+    }
+    return std::get<std::string>(value);
+}
+
+void setVariable(FmiToolsInstance* fmu, const std::string& name, const VariableValue& value,
+                 double time) {
+    constexpr std::array functions{"fmi2SetReal", "fmi2SetInteger", "fmi2SetString"};
+    const program_support::ForeignCall call(functions.at(value.index()), time);
     if (std::visit(Setter{fmu, name.c_str()}, value) != 0) {
         throw RunFailure("it refused the value " + textOf(value) + " for the variable '" + name +
                          "'");
     }
-}
-
-const Variable& requireVariable(const ModelInformation& model, const std::string& name,
-                                const std::string& place) {
-    if (const auto* variable = model.find(name)) {
-        return *variable;
-    }
-    throw InputError(place + ": the FMU has no variable '" + name + "'; " +
-                     nearestName(model, name));
 }
 
 } // namespace fmu_run

@@ -1,8 +1,8 @@
-#include "program_support/command_line.h"
+#include "programs/support/command_line.h"
 
-#include "program_support/input_error.h"
-#include "program_support/number_text.h"
-#include "program_support/program_description.h"
+#include "programs/support/input_error.h"
+#include "programs/support/number_text.h"
+#include "programs/support/program_description.h"
 
 #include <iostream>
 
@@ -38,10 +38,26 @@ std::optional<int> readCommandLine(CLI::App& app, int argc, const char* const* a
     }
 }
 
+CLI::Option* addTextOption(CLI::App& app, const std::string& name, std::string& value,
+                           const std::string& type, const std::string& description) {
+    return app.add_option(name, value, description)->type_name(type);
+}
+
 CLI::Option* addNumberOption(CLI::App& app, const std::string& name, std::optional<double>& value,
                              const std::string& unit, const std::string& description) {
     const auto read = [name, &value](const std::string& text) { value = parseNumber(text, name); };
     return app.add_option_function<std::string>(name, read, description)->type_name(unit);
+}
+
+void addTimeoutOption(CLI::App& app, std::optional<double>& timeout) {
+    addNumberOption(app, "--timeout", timeout, "SECONDS",
+                    "End after that time of the clock, between two steps");
+}
+
+void requirePositive(const std::optional<double>& value, const std::string& option) {
+    if (value && *value <= 0.0) {
+        throw InputError(option + " is " + shortNumber(*value) + "; give a number above 0");
+    }
 }
 
 } // namespace program_support

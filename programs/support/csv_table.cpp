@@ -1,29 +1,20 @@
-#include "program_support/csv_table.h"
+#include "programs/support/csv_table.h"
 
-#include "platform/files.h"
-#include "program_support/input_error.h"
-#include "program_support/number_text.h"
+#include "programs/support/file_content.h"
+#include "programs/support/input_error.h"
+#include "programs/support/number_text.h"
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <limits>
+#include <system_error>
+#include <unordered_set>
+#include <utility>
 
 namespace program_support {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-std::string fileContent(const std::string& path) {
-    const auto file = platform::nativePath(path);
-    std::error_code error;
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream || std::filesystem::is_directory(file, error)) {
-        throw InputError("cannot read the file '" + path + "'; check that it exists");
-    }
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-}
 
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t";
@@ -89,13 +80,14 @@ void CsvTable::readHeader(std::string_view line, std::size_t lineNumber) {
         fail(lineNumber, "columns are separated by ';'; separate them by ','");
     }
     names_ = cells(line, lineNumber);
-    for (auto name = names_.begin(); name != names_.end(); ++name) {
-        if (name->empty()) {
-            fail(lineNumber, "column " + std::to_string(name - names_.begin() + 1) +
+    std::unordered_set<std::string_view> known;
+    for (const auto& name : names_) {
+        if (name.empty()) {
+            fail(lineNumber, "column " + std::to_string(known.size() + 1) +
                                  " has no name; name it in the header");
         }
-        if (std::find(names_.begin(), name, *name) != name) {
-            fail(lineNumber, "there are two columns '" + *name + "'; remove one");
+        if (!known.insert(name).second) {
+            fail(lineNumber, "there are two columns '" + name + "'; remove one");
         }
     }
     numbers_.resize(names_.size());
@@ -160,14 +152,6 @@ void CsvTable::failNoNumber(std::size_t row, std::size_t column) const {
                                     "' is not a finite number; write it like 0.5 or 1e-3");
 }
 
-std::optional<std::size_t> CsvTable::columnOf(std::string_view name) const {
-    const auto found = std::find(names_.begin(), names_.end(), name);
-    if (found == names_.end()) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(found - names_.begin());
-}
-
 std::string CsvTable::place(std::size_t row) const {
     return path_ + ":" + std::to_string(rows_[row].lineNumber);
 }
@@ -186,9 +170,13 @@ std::optional<double> CsvTable::number(std::size_t row, std::size_t column) cons
 }
 
 std::string CsvTable::text(std::size_t row, std::size_t column) const {
+    return texts(row)[column];
+}
+
+std::vector<std::string> CsvTable::texts(std::size_t row) const {
     const Row& place = rows_[row];
     const std::string_view line = std::string_view(content_).substr(place.begin, place.length);
-    return cells(line, place.lineNumber)[column];
+    return cells(line, place.lineNumber);
 }
 
 void CsvTable::requireNumbers(std::size_t column) const {
@@ -201,10 +189,6 @@ std::size_t CsvTable::rowAt(double t) const {
     const auto& times = numbers_[0];
     const auto after = std::upper_bound(times.begin(), times.end(), t);
     return after == times.begin() ? 0 : static_cast<std::size_t>(after - times.begin()) - 1;
-}
-
-double CsvTable::hold(std::size_t column, double t) const {
-    return value(rowAt(t), column);
 }
 
 double CsvTable::interpolateLinearly(std::size_t column, double t) const {

@@ -15,19 +15,18 @@ namespace program_support {
 /// byte order mark is skipped. Names are taken as they stand, so "F[1]" is a name like any other.
 class CsvTable {
   public:
-    /// Reads the whole file. Throws InputError naming the file, and line and column where there is
-    /// one, when it cannot be read, has no header or no row, a name is empty or occurs twice, a row
-    /// has another number of cells than the header, or a time is no number or lies before the one
-    /// above it.
+    /// Reads the whole file.
+    ///
+    /// @throws InputError naming the file, and line and column where there is one, when it cannot be
+    ///         read, has no header or no row, a name is empty or occurs twice, a row has another
+    ///         number of cells than the header, or a time is no number or lies before the one above
+    ///         it.
     static CsvTable read(const std::string& path);
 
     [[nodiscard]] const std::string& path() const { return path_; }
 
     /// The header, the time's column first.
     [[nodiscard]] const std::vector<std::string>& names() const { return names_; }
-
-    /// The column of a name; nothing when there is none.
-    [[nodiscard]] std::optional<std::size_t> columnOf(std::string_view name) const;
 
     [[nodiscard]] std::size_t rowCount() const { return rows_.size(); }
 
@@ -36,7 +35,9 @@ class CsvTable {
     /// Where a row stands, as "file:line".
     [[nodiscard]] std::string place(std::size_t row) const;
 
-    /// The number in a cell. Throws InputError naming file, line and column when it is none.
+    /// The number in a cell.
+    ///
+    /// @throws InputError naming file, line and column when it is none.
     [[nodiscard]] double value(std::size_t row, std::size_t column) const;
 
     /// The number in a cell; nothing when it is none.
@@ -45,14 +46,14 @@ class CsvTable {
     /// The text in a cell, without the quotes around it.
     [[nodiscard]] std::string text(std::size_t row, std::size_t column) const;
 
-    /// Throws as value() does unless every cell of the column is a number.
+    /// text() of every column.
+    [[nodiscard]] std::vector<std::string> texts(std::size_t row) const;
+
+    /// @throws InputError as value() does unless every cell of the column is a number.
     void requireNumbers(std::size_t column) const;
 
     /// The row that holds at time `t`: the last one at or before it, the first one before that.
     [[nodiscard]] std::size_t rowAt(double t) const;
-
-    /// The value of the row that holds at `t`.
-    [[nodiscard]] double hold(std::size_t column, double t) const;
 
     /// The value on the straight line between the rows around `t`; that of the first row before the
     /// first, of the last row after the last. Where two rows have one time, the later one counts

@@ -1,10 +1,11 @@
-#include "program_support/number_text.h"
+#include "programs/support/number_text.h"
 
-#include "program_support/input_error.h"
+#include "programs/support/input_error.h"
 
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <system_error>
 
 namespace program_support {
 
@@ -32,6 +33,19 @@ double parseNumber(std::string_view text, std::string_view what) {
 std::string shortNumber(double value) {
     std::array<char, 32> text{};
     const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), result.ptr};
+}
+
+std::string plainNumber(double value) {
+    constexpr double smallest = 1e-4;
+    constexpr double largest = 1e15;
+    const double size = std::abs(value);
+    if (value != 0.0 && (size < smallest || size >= largest)) {
+        return shortNumber(value);
+    }
+    std::array<char, 32> text{};
+    const auto result =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
     return {text.data(), result.ptr};
 }
 

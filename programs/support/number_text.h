@@ -10,12 +10,17 @@ namespace program_support {
 /// the locale. Nothing for everything else: blanks, a rest, inf, nan, a number no double can hold.
 std::optional<double> numberIn(std::string_view text);
 
-/// Like numberIn(), but throws InputError "<what> 'text' is not a finite number; ..." instead of
-/// answering nothing. `what` names the place of the text, such as an option.
+/// As numberIn(); `what` names the place of the text, such as an option.
+///
+/// @throws InputError "<what> 'text' is not a finite number; ..." where that answers nothing.
 double parseNumber(std::string_view text, std::string_view what);
 
 /// The shortest text that reads back as exactly `value`.
 std::string shortNumber(double value);
+
+/// The fewest digits that read back as exactly `value`, with an exponent only where many zeros would
+/// hide them.
+std::string plainNumber(double value);
 
 /// `value` with at most `digits` significant digits, for people.
 std::string roundedNumber(double value, int digits);

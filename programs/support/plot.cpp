@@ -1,17 +1,18 @@
-#include "program_support/plot.h"
+#include "programs/support/plot.h"
 
 #include "platform/child_process.h"
 #include "platform/files.h"
 #include "platform/stream_redirection.h"
-#include "program_support/csv_table.h"
-#include "program_support/input_error.h"
-#include "program_support/plot_script.h"
+#include "programs/support/csv_table.h"
+#include "programs/support/file_content.h"
+#include "programs/support/input_error.h"
+#include "programs/support/output_files.h"
+#include "programs/support/plot_script.h"
+#include "programs/support/temporary_directory.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
-#include <random>
 
 namespace program_support {
 
@@ -60,57 +61,46 @@ void requireSomeNumber(const CsvTable& table, const Curve& curve) {
                      "' has no finite number to plot; choose others by --plot-columns");
 }
 
-/// A file of this run only, removed with the object.
-class TemporaryFile {
-  public:
-    explicit TemporaryFile(const std::string& suffix)
-        : path_(fs::temp_directory_path() /
-                ("plot_" + std::to_string(std::random_device()()) + suffix)) {}
-
-    ~TemporaryFile() {
-        std::error_code error;
-        fs::remove(path_, error);
+std::string firstLineOf(const fs::path& file) {
+    std::ifstream stream(file);
+    std::string line;
+    while (line.empty() && std::getline(stream, line)) {
     }
+    return line;
+}
 
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    TemporaryFile(TemporaryFile&&) = delete;
-    TemporaryFile& operator=(TemporaryFile&&) = delete;
-
-    [[nodiscard]] std::string path() const { return platform::narrowPath(path_); }
-
-    void write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
-
-    [[nodiscard]] std::string firstLine() const {
-        std::ifstream stream(path_);
-        std::string line;
-        while (line.empty() && std::getline(stream, line)) {
-        }
-        return line;
-    }
-
-  private:
-    fs::path path_;
-};
-
-void runGnuplot(const std::string& script, const std::string& imageFile) {
-    const TemporaryFile scriptFile(".gnuplot");
-    const TemporaryFile messages(".txt");
-    scriptFile.write(script);
-    std::optional<int> status;
-    {
-        const platform::StreamRedirection kept(stderr, messages.path());
-        status = platform::runProgram({"gnuplot", scriptFile.path()});
-    }
-    if (!status) {
+std::string gnuplot(const std::string& imageFile) {
+    const auto program = platform::findProgram("gnuplot");
+    if (!program) {
         throw InputError("cannot plot '" + imageFile +
                          "': the program gnuplot is not there; install it (on Debian the package "
                          "gnuplot-nox) so that it is found on the PATH");
     }
-    if (*status != 0) {
-        throw InputError("gnuplot could not draw '" + imageFile + "': " + messages.firstLine() +
-                         "; check that the file can be written");
+    return *program;
+}
+
+/// Has gnuplot run a script that draws into `picture`, and takes the picture from there: only here
+/// does the user's file name go to where it is not interpreted.
+void draw(const std::string& script, const platform::TemporaryDirectory& directory,
+          const fs::path& picture, const std::string& imageFile) {
+    const auto program = gnuplot(imageFile);
+    const auto scriptFile = directory / "script.gnuplot";
+    const auto messages = directory / "messages.txt";
+    if (!(std::ofstream(scriptFile, std::ios::binary) << script << std::flush)) {
+        throw InputError("cannot plot '" + imageFile + "': the disk of the temporary directory '" +
+                         platform::narrowPath(directory.path()) + "' is full; make room there");
     }
+    std::optional<int> status;
+    {
+        const platform::StreamRedirection kept(stderr, platform::narrowPath(messages));
+        // Nobody's start-up files: the picture is the same everywhere.
+        status = platform::runProgram({program, "-d", platform::narrowPath(scriptFile)});
+    }
+    if (status != 0) {
+        throw InputError("gnuplot could not draw '" + imageFile + "': " + firstLineOf(messages) +
+                         "; see that " + program + " works");
+    }
+    writeOutputFile(imageFile, fileContent(platform::narrowPath(picture)), "picture", "--plot");
 }
 
 } // namespace
@@ -122,20 +112,6 @@ void requireImageFile(const std::string& imageFile) {
     }
 }
 
-std::vector<std::string> splitColumnList(std::string_view list) {
-    std::vector<std::string> names(1);
-    int depth = 0;
-    for (const char character : list) {
-        if (character == ',' && depth == 0) {
-            names.emplace_back();
-            continue;
-        }
-        depth += character == '[' ? 1 : character == ']' ? -1 : 0;
-        names.back() += character;
-    }
-    return names;
-}
-
 void plot(const PlotRequest& request) {
     requireImageFile(request.imageFile);
     const auto table = CsvTable::read(request.resultsFile);
@@ -144,7 +120,11 @@ void plot(const PlotRequest& request) {
         curves.push_back(findCurve(table, name));
         requireSomeNumber(table, curves.back());
     }
-    runGnuplot(plotScript(table, curves, request.imageFile), request.imageFile);
+    const auto directory = makeTemporaryDirectory("plot_");
+    const auto picture =
+        directory / ("picture" + request.imageFile.substr(request.imageFile.size() - 4));
+    draw(plotScript(table, curves, platform::narrowPath(picture)), directory, picture,
+         request.imageFile);
 }
 
 } // namespace program_support

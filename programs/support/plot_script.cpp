@@ -1,6 +1,7 @@
-#include "program_support/plot_script.h"
+#include "programs/support/plot_script.h"
 
-#include "program_support/number_text.h"
+#include "programs/support/number_text.h"
+#include "programs/support/terminal_text.h"
 
 #include <algorithm>
 #include <array>
@@ -16,17 +17,25 @@ constexpr std::array colours{"#0072B2", "#D55E00", "#009E73", "#CC79A7",
 /// A picture is no wider than this, so a curve needs no more pairs of points.
 constexpr std::size_t mostPairs = 1500;
 
-/// A text that gnuplot takes as it is: within single quotes only the quote itself has a meaning.
+/// A text that gnuplot takes as it is: within double quotes, but nothing is left in it that has a
+/// meaning to any of gnuplot's readers. (Within single quotes not even the doubled quote is safe: at
+/// the beginning it ends the text.)
 std::string quoted(const std::string& text) {
-    std::string result = "'";
-    for (const char character : text) {
-        const bool control = static_cast<std::uint8_t>(character) < 0x20;
-        result += control ? ' ' : character;
-        if (character == '\'') {
-            result += '\'';
+    constexpr std::string_view plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ "
+                                       "0123456789[]._-";
+    std::string result = "\"";
+    for (const char character : terminalText(text)) {
+        if (plain.find(character) != std::string_view::npos) {
+            result += character;
+        } else {
+            const auto code = static_cast<std::uint8_t>(character);
+            result += '\\';
+            for (const unsigned shift : {6U, 3U, 0U}) {
+                result += static_cast<char>('0' + (code >> shift & 7U));
+            }
         }
     }
-    return result + "'";
+    return result + '"';
 }
 
 using Panels = std::vector<std::vector<Curve>>;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "program_support/csv_table.h"
+#include "programs/support/csv_table.h"
 
 #include <string>
 #include <vector>
@@ -15,7 +15,8 @@ struct Curve {
 };
 
 /// The commands for gnuplot that draw `curves` of `table` into `imageFile`, data included. Names
-/// and paths are data in it, whatever characters they are made of.
+/// are data in it, whatever characters they are made of; `imageFile` is an absolute path without
+/// line breaks, because gnuplot takes one that begins with "|" for a command.
 std::string plotScript(const CsvTable& table, const std::vector<Curve>& curves,
                        const std::string& imageFile);
 

@@ -1,8 +1,9 @@
-#include "program_support/program_description.h"
+#include "programs/support/program_description.h"
 
 #include <algorithm>
 #include <cctype>
 #include <sstream>
+#include <vector>
 
 namespace program_support {
 namespace {

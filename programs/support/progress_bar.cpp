@@ -1,7 +1,7 @@
-#include "program_support/progress_bar.h"
+#include "programs/support/progress_bar.h"
 
 #include "platform/terminal.h"
-#include "program_support/number_text.h"
+#include "programs/support/number_text.h"
 
 #include <algorithm>
 
