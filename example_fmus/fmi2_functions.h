@@ -3,8 +3,8 @@
  * @brief The C interface that an FMI 2.0 slave for co-simulation exports (FMI 2.0
  * sections 2.1, 4.2).
  *
- * Declares what every such slave must have. The optional functions (FMU states, directional
- * derivatives) are left out: no slave of ours announces them in its model description.
+ * Declares all of it: a slave also has the functions whose capability it does not offer, because
+ * importers bind every one of them before they look at the capabilities.
  */
 #pragma once
 
@@ -20,12 +20,14 @@ extern "C" {
 
 using fmi2Component = void*;
 using fmi2ComponentEnvironment = void*;
+using fmi2FMUstate = void*;
 using fmi2ValueReference = unsigned int;
 using fmi2Real = double;
 using fmi2Integer = int;
 using fmi2Boolean = int;
 using fmi2Char = char;
 using fmi2String = const fmi2Char*;
+using fmi2Byte = char;
 
 inline constexpr fmi2Boolean fmi2False = 0;
 inline constexpr fmi2Boolean fmi2True = 1;
@@ -101,6 +103,23 @@ FMI2_EXPORT fmi2Status fmi2SetBoolean(fmi2Component component,
                                       const fmi2Boolean values[]);
 FMI2_EXPORT fmi2Status fmi2SetString(fmi2Component component, const fmi2ValueReference references[],
                                      std::size_t count, const fmi2String values[]);
+
+// States of the whole slave (section 2.1.8)
+FMI2_EXPORT fmi2Status fmi2GetFMUstate(fmi2Component component, fmi2FMUstate* state);
+FMI2_EXPORT fmi2Status fmi2SetFMUstate(fmi2Component component, fmi2FMUstate state);
+FMI2_EXPORT fmi2Status fmi2FreeFMUstate(fmi2Component component, fmi2FMUstate* state);
+FMI2_EXPORT fmi2Status fmi2SerializedFMUstateSize(fmi2Component component, fmi2FMUstate state,
+                                                  std::size_t* size);
+FMI2_EXPORT fmi2Status fmi2SerializeFMUstate(fmi2Component component, fmi2FMUstate state,
+                                             fmi2Byte bytes[], std::size_t size);
+FMI2_EXPORT fmi2Status fmi2DeSerializeFMUstate(fmi2Component component, const fmi2Byte bytes[],
+                                               std::size_t size, fmi2FMUstate* state);
+
+// Partial derivatives (section 2.1.9)
+FMI2_EXPORT fmi2Status fmi2GetDirectionalDerivative(
+    fmi2Component component, const fmi2ValueReference unknowns[], std::size_t unknownCount,
+    const fmi2ValueReference knowns[], std::size_t knownCount, const fmi2Real knownDifferentials[],
+    fmi2Real unknownDifferentials[]);
 
 // Co-simulation (section 4.2)
 FMI2_EXPORT fmi2Status fmi2SetRealInputDerivatives(fmi2Component component,

@@ -65,7 +65,7 @@ class ShockAbsorber : public Slave {
 
     fmi2Status reset() override;
     fmi2Status getReal(References references, fmi2Real* values) override;
-    fmi2Status doStep(double time, double step) override;
+    fmi2Status doStep(const CommunicationStep& step) override;
 
   private:
     void useStartValues();
@@ -73,14 +73,21 @@ class ShockAbsorber : public Slave {
     void advanceOil(double step);
     void updateForce(double elapsed);
 
-    ShockAbsorberParameters parameters_;
-    bool hasStepped_ = false;
+    /** Numbers only, so that it is as many bytes as it looks. */
+    struct Memory {
+        ShockAbsorberParameters parameters;
+        double lastStep = 0.0; // [s], 0 before the first
+    };
+
+    std::optional<std::span<std::byte>> memory() override { return bytesOf(memory_); }
+
+    Memory memory_;
 };
 
 void ShockAbsorber::useStartValues() {
-    parameters_ = {};
+    memory_ = {};
     for (std::size_t i = 0; i < rules.size(); ++i) {
-        reals[firstParameter + i] = parameters_.*rules[i].member;
+        reals[firstParameter + i] = memory_.parameters.*rules[i].member;
     }
     for (std::size_t i = 0; i < firstParameter; ++i) {
         reals[i] = 0.0;
@@ -89,25 +96,25 @@ void ShockAbsorber::useStartValues() {
 
 fmi2Status ShockAbsorber::useParameters() {
     for (std::size_t i = 0; i < rules.size(); ++i) {
-        parameters_.*rules[i].member = reals[firstParameter + i];
+        memory_.parameters.*rules[i].member = reals[firstParameter + i];
     }
-    return checkParameters<ShockAbsorberParameters>(*this, parameters_, rules);
+    return checkParameters<ShockAbsorberParameters>(*this, memory_.parameters, rules);
 }
 
 fmi2Status ShockAbsorber::reset() {
     useStartValues();
-    hasStepped_ = false;
     return fmi2OK;
 }
 
 fmi2Status ShockAbsorber::getReal(References references, fmi2Real* values) {
-    if (!hasStepped_) {
+    if (memory_.lastStep == 0.0) {
         updateForce(0.0);
     }
     return Slave::getReal(references, values);
 }
 
-fmi2Status ShockAbsorber::doStep(double, double step) {
+fmi2Status ShockAbsorber::doStep(const CommunicationStep& communicationStep) {
+    const double step = communicationStep.size;
     const bool inputsAreFinite =
         std::isfinite(reals[displacement]) && std::isfinite(reals[velocity]);
     if (!inputsAreFinite || !(step > 0.0 && step <= longestCommunicationStep)) {
@@ -117,34 +124,35 @@ fmi2Status ShockAbsorber::doStep(double, double step) {
                 " s; all must be finite and the step greater than 0 and at most 1000 s.");
         return fmi2Error;
     }
-    const int steps = internalSteps(step, parameters_.internalStep);
+    const int steps = internalSteps(step, memory_.parameters.internalStep);
     for (int n = 0; n < steps; ++n) {
         advanceOil(step / steps);
     }
     updateForce(step);
-    hasStepped_ = true;
+    memory_.lastStep = step;
     return fmi2OK;
 }
 
 /** Backward Euler, stable for any oil stiffness; g(F) is a parabola on either side of 0, so the new
  *  force is the root of a quadratic equation. */
 void ShockAbsorber::advanceOil(double step) {
-    const double right = reals[oilForce] + step * parameters_.oilStiffness * reals[velocity];
-    const double damping =
-        right > 0.0 ? parameters_.reboundDamping : parameters_.compressionDamping;
-    const double linear = step * parameters_.oilStiffness / damping;
-    const double quadratic = linear / parameters_.kneeForce;
+    const ShockAbsorberParameters& given = memory_.parameters;
+    const double right = reals[oilForce] + step * given.oilStiffness * reals[velocity];
+    const double damping = right > 0.0 ? given.reboundDamping : given.compressionDamping;
+    const double linear = step * given.oilStiffness / damping;
+    const double quadratic = linear / given.kneeForce;
     const double root =
         std::sqrt((1.0 + linear) * (1.0 + linear) + 4.0 * quadratic * std::abs(right));
     reals[oilForce] = 2.0 * right / (1.0 + linear + root);
 }
 
 void ShockAbsorber::updateForce(double elapsed) {
+    const ShockAbsorberParameters& given = memory_.parameters;
     const double v = reals[velocity];
     const double friction = v / std::sqrt(v * v + frictionVelocity * frictionVelocity);
     const double position = reals[displacement] + elapsed * reals[velocity];
-    reals[force] = reals[oilForce] + parameters_.sealFriction * friction - parameters_.gasForce +
-                   parameters_.gasStiffness * position;
+    reals[force] = reals[oilForce] + given.sealFriction * friction - given.gasForce +
+                   given.gasStiffness * position;
 }
 
 } // namespace

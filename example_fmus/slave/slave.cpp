@@ -1,5 +1,7 @@
 #include "example_fmus/slave/slave.h"
 
+#include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -71,6 +73,41 @@ fmi2Status Slave::setBoolean(References references, const fmi2Boolean* values) {
 
 fmi2Status Slave::setString(References references, const fmi2String* values) {
     return checked(strings.set(references, values), references);
+}
+
+SlaveState Slave::state() {
+    SlaveState state(instantiation_.guid.begin(), instantiation_.guid.end());
+    for (const std::span<std::byte> part : stateParts()) {
+        const auto* bytes = reinterpret_cast<const fmi2Byte*>(part.data());
+        state.insert(state.end(), bytes, bytes + part.size());
+    }
+    return state;
+}
+
+void Slave::requireState(const SlaveState& given) {
+    const std::string& guid = instantiation_.guid;
+    if (given.size() != state().size() || !std::equal(guid.begin(), guid.end(), given.begin())) {
+        throw std::runtime_error("The bytes that were given are no state of this FMU.");
+    }
+}
+
+void Slave::setState(const SlaveState& state) {
+    requireState(state);
+    const fmi2Byte* next = state.data() + instantiation_.guid.size();
+    for (const std::span<std::byte> part : stateParts()) {
+        std::copy_n(next, part.size(), reinterpret_cast<fmi2Byte*>(part.data()));
+        next += part.size();
+    }
+}
+
+std::vector<std::span<std::byte>> Slave::stateParts() {
+    const std::optional<std::span<std::byte>> own = memory();
+    if (!own) {
+        throw std::runtime_error("This FMU does not offer its state: modelDescription.xml does not "
+                                 "announce canGetAndSetFMUstate.");
+    }
+    return {std::as_writable_bytes(reals.all()), std::as_writable_bytes(integers.all()),
+            std::as_writable_bytes(booleans.all()), *own};
 }
 
 void Slave::log(fmi2Status status, const std::string& message) const {

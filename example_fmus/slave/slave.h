@@ -4,17 +4,21 @@
  * operations behind the FMI functions.
  *
  * A slave derives from Slave, overrides what it does differently and defines makeSlave(). The C
- * functions in slave_exports.cpp and slave_step.cpp forward to it; an exception that leaves an
- * operation becomes a message to the simulation tool and the status fmi2Error.
+ * functions in slave_exports.cpp, slave_states.cpp and slave_step.cpp forward to it; an exception
+ * that leaves an operation becomes a message to the simulation tool and the status fmi2Error.
  */
 #pragma once
 
 #include "example_fmus/fmi2_functions.h"
 #include "example_fmus/slave/variable_store.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 /** What the simulation tool says when it instantiates a slave; texts that it left out are empty. */
 struct Instantiation {
@@ -22,6 +26,7 @@ struct Instantiation {
     std::string guid;
     std::string resourceLocation;
     const fmi2CallbackFunctions* functions = nullptr;
+    bool visible = false;
     bool loggingOn = false;
 };
 
@@ -32,6 +37,13 @@ struct Experiment {
     std::optional<double> stopTime;
 };
 
+/** A communication step as fmi2DoStep gives it; times in seconds. */
+struct CommunicationStep {
+    double time = 0.0; ///< where it begins
+    double size = 0.0;
+    bool isFinal = true; ///< the tool will not go back to before it (section 4.2.2)
+};
+
 /** How many variables of each base type a slave has: value references run from 0 to count - 1. */
 struct VariableCounts {
     std::size_t reals = 0;
@@ -39,6 +51,17 @@ struct VariableCounts {
     std::size_t booleans = 0;
     std::size_t strings = 0;
 };
+
+/** An instance at one moment: the GUID of the model description, then the bytes of all Reals,
+ *  Integers and Booleans and of the slave's memory. The GUID tells states of other FMUs apart. */
+using SlaveState = std::vector<fmi2Byte>;
+
+/** The bytes of a plain record. */
+template <typename Record>
+std::span<std::byte> bytesOf(Record& record) {
+    static_assert(std::is_trivially_copyable_v<Record>);
+    return std::as_writable_bytes(std::span(&record, 1));
+}
 
 /** One instance of a slave. Each operation does the work of the FMI function of its name. */
 class Slave {
@@ -73,8 +96,19 @@ class Slave {
     virtual fmi2Status setBoolean(References references, const fmi2Boolean* values);
     virtual fmi2Status setString(References references, const fmi2String* values);
 
-    /** Advances from @p time by @p step, both in seconds. */
-    virtual fmi2Status doStep(double time, double step) = 0;
+    /** What fmi2SetFMUstate needs to bring the instance back to now.
+     *  @throws std::runtime_error when the slave does not offer its state */
+    SlaveState state();
+
+    /** @throws std::runtime_error when @p given is not a state of this FMU, or when the slave does
+     *  not offer its state */
+    void requireState(const SlaveState& given);
+
+    /** Brings the instance to @p state.
+     *  @throws std::runtime_error as requireState() does, with nothing changed */
+    void setState(const SlaveState& state);
+
+    virtual fmi2Status doStep(const CommunicationStep& step) = 0;
 
     virtual fmi2Status cancelStep() { return fmi2Error; }
 
@@ -101,7 +135,12 @@ class Slave {
     VariableStore<int> booleans;
     VariableStore<std::string> strings;
 
+    /** All that the slave remembers besides its variables, if it offers its state: for slaves
+     *  without Strings, whose memory is a plain record. */
+    virtual std::optional<std::span<std::byte>> memory() { return std::nullopt; }
+
   private:
+    std::vector<std::span<std::byte>> stateParts();
     fmi2Status checked(bool known, References references) const;
 
     Instantiation instantiation_;

@@ -28,11 +28,11 @@ fmi2Status fmi2SetDebugLogging(fmi2Component component, fmi2Boolean loggingOn, s
 
 fmi2Component fmi2Instantiate(fmi2String instanceName, fmi2Type, fmi2String guid,
                               fmi2String resourceLocation, const fmi2CallbackFunctions* functions,
-                              fmi2Boolean, fmi2Boolean loggingOn) {
+                              fmi2Boolean visible, fmi2Boolean loggingOn) {
     try {
-        const Instantiation instantiation{textOf(instanceName), textOf(guid),
+        const Instantiation instantiation{textOf(instanceName),     textOf(guid),
                                           textOf(resourceLocation), functions,
-                                          loggingOn != fmi2False};
+                                          visible != fmi2False,     loggingOn != fmi2False};
         return makeSlave(instantiation).release();
     } catch (const std::exception&) {
         return nullptr;
@@ -127,15 +127,14 @@ fmi2Status fmi2SetString(fmi2Component component, const fmi2ValueReference* refe
     });
 }
 
-// No slave of ours announces derivatives of inputs or outputs in its model description.
-fmi2Status fmi2SetRealInputDerivatives(fmi2Component, const fmi2ValueReference*, std::size_t,
-                                       const fmi2Integer*, const fmi2Real*) {
-    return fmi2Error;
+fmi2Status fmi2SetRealInputDerivatives(fmi2Component component, const fmi2ValueReference*,
+                                       std::size_t, const fmi2Integer*, const fmi2Real*) {
+    return notOffered(component, "fmi2SetRealInputDerivatives", "canInterpolateInputs");
 }
 
-fmi2Status fmi2GetRealOutputDerivatives(fmi2Component, const fmi2ValueReference*, std::size_t,
-                                        const fmi2Integer*, fmi2Real*) {
-    return fmi2Error;
+fmi2Status fmi2GetRealOutputDerivatives(fmi2Component component, const fmi2ValueReference*,
+                                        std::size_t, const fmi2Integer*, fmi2Real*) {
+    return notOffered(component, "fmi2GetRealOutputDerivatives", "maxOutputDerivativeOrder");
 }
 
 fmi2Status fmi2CancelStep(fmi2Component component) {

@@ -21,6 +21,9 @@ class VariableStore {
 
     const Value& operator[](std::size_t reference) const { return values_[reference]; }
 
+    /** All of them, in the order of their references. */
+    std::span<Value> all() { return values_; }
+
     bool knows(References references) const {
         return std::all_of(references.begin(), references.end(),
                            [this](auto reference) { return reference < values_.size(); });

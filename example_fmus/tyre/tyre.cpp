@@ -82,7 +82,7 @@ class Tyre : public Slave {
 
     fmi2Status reset() override;
     fmi2Status getReal(References references, fmi2Real* values) override;
-    fmi2Status doStep(double time, double step) override;
+    fmi2Status doStep(const CommunicationStep& step) override;
 
   private:
     void useStartValues();
@@ -93,8 +93,15 @@ class Tyre : public Slave {
     TyreInputs inputs() const;
     void publish(const TyreOutputs& outputs);
 
-    TyreModel model_{TyreParameters{}};
-    bool hasStepped_ = false;
+    /** Numbers only, so that it is as many bytes as it looks. */
+    struct Memory {
+        TyreModel model{TyreParameters{}};
+        double lastStep = 0.0; // [s], 0 before the first
+    };
+
+    std::optional<std::span<std::byte>> memory() override { return bytesOf(memory_); }
+
+    Memory memory_;
 };
 
 void Tyre::useStartValues() {
@@ -116,31 +123,31 @@ fmi2Status Tyre::useParameters() {
     for (std::size_t i = 0; i < rules.size(); ++i) {
         parameters.*rules[i].member = reals[firstParameter + i];
     }
-    model_ = TyreModel(parameters);
+    memory_.model = TyreModel(parameters);
     return checkParameters<TyreParameters>(*this, parameters, rules);
 }
 
 fmi2Status Tyre::reset() {
     useStartValues();
-    model_ = TyreModel(TyreParameters{});
-    hasStepped_ = false;
+    memory_ = {};
     return fmi2OK;
 }
 
 fmi2Status Tyre::getReal(References references, fmi2Real* values) {
-    if (!hasStepped_) {
-        publish(model_.outputs(inputs()));
+    if (memory_.lastStep == 0.0) {
+        publish(memory_.model.outputs(inputs()));
     }
     return Slave::getReal(references, values);
 }
 
-fmi2Status Tyre::doStep(double, double step) {
+fmi2Status Tyre::doStep(const CommunicationStep& communicationStep) {
+    const double step = communicationStep.size;
     const fmi2Status status = checkInputs(step);
     if (status == fmi2OK) {
         const TyreInputs given = inputs();
-        model_.advance(given, step);
-        publish(model_.outputs(given, step));
-        hasStepped_ = true;
+        memory_.model.advance(given, step);
+        publish(memory_.model.outputs(given, step));
+        memory_.lastStep = step;
     }
     return status;
 }
