@@ -1,5 +1,5 @@
 # The libraries from elsewhere, under one set of names on every platform:
-#   pugixml::pugixml  minizip::minizip (<minizip/unzip.h>)  CLI11::CLI11
+#   pugixml::pugixml  minizip::minizip (<minizip/unzip.h>)  ZLIB::ZLIB  CLI11::CLI11
 #   nlohmann_json::nlohmann_json  GTest::gtest_main  benchmark::benchmark (where it is installed)
 
 if(CMAKE_CROSSCOMPILING AND WIN32)
@@ -8,6 +8,7 @@ if(CMAKE_CROSSCOMPILING AND WIN32)
 endif()
 
 find_package(CLI11 REQUIRED)
+find_package(ZLIB REQUIRED)
 find_package(nlohmann_json REQUIRED)
 find_package(benchmark QUIET)
 if(FMI_SOLVER_TESTS)
@@ -15,7 +16,6 @@ if(FMI_SOLVER_TESTS)
 endif()
 
 if(FMI_SOLVER_FUZZ) # A fuzzer gets through a parser that counts its branches, not past one that does not.
-  find_package(ZLIB REQUIRED)
   include(debian_sources)
   return()
 endif()
@@ -27,7 +27,6 @@ find_package(unofficial-minizip CONFIG QUIET)
 if(TARGET unofficial::minizip::minizip)
   add_library(minizip::minizip ALIAS unofficial::minizip::minizip)
 else()
-  find_package(ZLIB REQUIRED)
   find_path(MINIZIP_INCLUDE_DIR minizip/unzip.h REQUIRED)
   find_library(MINIZIP_LIBRARY minizip REQUIRED)
   mark_as_advanced(MINIZIP_INCLUDE_DIR MINIZIP_LIBRARY)

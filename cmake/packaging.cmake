@@ -1,6 +1,10 @@
-# What an installation holds, and the archives that cpack makes of it: libraries and programs, the two
-# public headers, a CMake package (find_package(fmi_tools)), the example FMUs, the manual, and the
+# What an installation holds, and the archives that cpack makes of it: libraries and programs, the public
+# headers and those of the host framework, a CMake package (find_package(fmi_tools)), the example FMUs, the manual, and the
 # licences of all that is linked into the binaries.
+
+if(FMI_SOLVER_FUZZ) # This tree has but the fuzz targets.
+  return()
+endif()
 
 include(CMakePackageConfigHelpers)
 
@@ -26,6 +30,10 @@ if(TARGET cosim_host)
 endif()
 install(TARGETS ${programs} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES include/fmi_tools.h include/create_solver.h DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+if(NOT HOST_FRAMEWORK_LIBRARY) # A real host brings its own.
+  file(GLOB host_headers "${PROJECT_SOURCE_DIR}/host/*.h")
+  install(FILES ${host_headers} DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/host")
+endif()
 
 install(EXPORT fmi_tools NAMESPACE fmi_tools:: FILE fmi_tools-targets.cmake
         DESTINATION "${package_directory}")
@@ -47,7 +55,7 @@ install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR
 
 # What a dynamic library of the system brings comes with its own licence; these are linked into ours.
 if(CMAKE_CROSSCOMPILING AND WIN32)
-  foreach(package pugixml minizip)
+  foreach(package pugixml)
     install(FILES "${PROJECT_BINARY_DIR}/debian_sources/${package}/debian/copyright"
             DESTINATION "${licence_directory}" RENAME "${package}.txt")
   endforeach()
@@ -59,8 +67,12 @@ else()
   set(debian_packages libcli11-dev nlohmann-json3-dev)
 endif()
 foreach(package IN LISTS debian_packages)
-  install(FILES "/usr/share/doc/${package}/copyright"
-          DESTINATION "${licence_directory}" RENAME "${package}.txt")
+  set(licence "/usr/share/doc/${package}/copyright")
+  if(EXISTS "${licence}")
+    install(FILES "${licence}" DESTINATION "${licence_directory}" RENAME "${package}.txt")
+  else()
+    message(STATUS "Licences: ${licence} is not here; a package made from this tree lacks it")
+  endif()
 endforeach()
 
 if(WIN32)

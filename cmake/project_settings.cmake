@@ -14,13 +14,31 @@ set(CMAKE_C_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(FMI_SOLVER_FMU_DIRECTORY "${PROJECT_BINARY_DIR}/fmus")
 
-# An installation can be moved: its programs and libraries find each other from where they stand.
+# Build tree and installation have the same layout and can be moved: libraries stand beside each other,
+# programs find them from where they stand. Nothing is rewritten when it is installed, so nothing is
+# reserved for that either: CMake would reserve empty entries, which mean the current directory.
 if(NOT WIN32)
-  set(CMAKE_INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
+  set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+endif()
+
+# look_for_libraries_beside(<file>): what is defined from now on finds a library from elsewhere there.
+macro(look_for_libraries_beside file)
+  if(NOT WIN32)
+    get_filename_component(library_directory "${file}" DIRECTORY)
+    list(APPEND CMAKE_INSTALL_RPATH "${library_directory}")
+  endif()
+endmacro()
+
+# A host exchanges strings and exceptions with the solver, so both have the C runtime's DLL, and its
+# release variant: in every configuration, because the host has no other.
+set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
+if(MSVC)
+  set(CMAKE_MAP_IMPORTED_CONFIG_DEBUG Release RelWithDebInfo "")
 endif()
 
 if(WIN32)
@@ -47,6 +65,8 @@ else()
     # GCC 12 sees overlapping copies in any "literal" + std::string.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 endif()
+include(hardening)
+include(reproducible)
 if(WIN32)
   # Narrow texts are UTF-8 in our programs, whatever code page the machine is set to: a manifest in
   # the program says so.
