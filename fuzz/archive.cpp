@@ -1,6 +1,7 @@
 /// FMU archives, damaged ones and well-formed ones with wild entries: nothing is ever written
 /// outside the directory that they are unpacked into, and no link inside it.
 #include "fuzz/fmi_library.h"
+#include "platform/temporary_directory.h"
 
 #include <minizip/zip.h>
 
@@ -41,7 +42,7 @@ void checkUnpacked(const fs::path& directory) {
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::ScratchDirectory scratch;
+    static const platform::TemporaryDirectory scratch("fuzz_");
     const auto archive = scratch / "archive.fmu";
     const auto outside = scratch / "outside";
     const auto unpacked = scratch / "middle/unpacked";

@@ -1,5 +1,6 @@
 /// Command lines of the solver: any tokens are taken, and each switch acts wherever it stands.
 #include "fuzz/fuzz_support.h"
+#include "platform/temporary_directory.h"
 #include "run_config/fmi_solver_options.h"
 
 #include <algorithm>
@@ -11,7 +12,7 @@ using Tokens = std::vector<std::string>;
 
 /// A parameters file that a command line can name.
 std::string parametersFile() {
-    static const fuzz::ScratchDirectory scratch;
+    static const platform::TemporaryDirectory scratch("fuzz_");
     const auto file = scratch / "p.xml";
     fuzz::writeFile(file, "<FMUSettings Version='1.0'><Parameters>"
                           "<Parameter Name='fromFile' Type='Real'>1</Parameter>"

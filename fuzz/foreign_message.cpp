@@ -59,7 +59,7 @@ std::string takeDirective(fuzz::Bytes& bytes) {
     return directive + (precision > 0 ? '.' + std::to_string(precision) : "");
 }
 
-template <class Value>
+template <typename Value>
 void compare(const std::string& text, Value value) {
     std::array<char, LogMessage::capacity + 1> expected;
     std::snprintf(expected.data(), expected.size(), text.c_str(), value);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -10,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 /// What the fuzz targets share. Each target defines LLVMFuzzerTestOneInput(), which libFuzzer calls
 /// with made-up inputs and the replay program with the kept ones.
@@ -30,7 +32,7 @@ class Bytes {
 
     [[nodiscard]] bool empty() const { return rest_.empty(); }
 
-    template <class Value>
+    template <typename Value>
     Value take() {
         Value value{};
         const std::size_t size = std::min(sizeof value, rest_.size());
@@ -57,31 +59,6 @@ class Bytes {
 
   private:
     std::span<const std::uint8_t> rest_;
-};
-
-/// A directory of this process, empty at first and removed at its end.
-class ScratchDirectory {
-  public:
-    ScratchDirectory() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "fuzz-XXXXXX").string();
-        require(mkdtemp(pattern.data()) != nullptr, "a directory can be made");
-        path_ = pattern;
-    }
-
-    ~ScratchDirectory() {
-        std::error_code error;
-        std::filesystem::remove_all(path_, error);
-    }
-
-    ScratchDirectory(const ScratchDirectory&) = delete;
-    ScratchDirectory& operator=(const ScratchDirectory&) = delete;
-    ScratchDirectory(ScratchDirectory&&) = delete;
-    ScratchDirectory& operator=(ScratchDirectory&&) = delete;
-
-    std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
-
-  private:
-    std::filesystem::path path_;
 };
 
 inline void writeFile(const std::filesystem::path& path, std::string_view content) {

@@ -1,5 +1,6 @@
 /// Model descriptions: parsed or refused, and everything of a parsed one can be asked.
 #include "fuzz/fmi_library.h"
+#include "platform/temporary_directory.h"
 
 namespace {
 
@@ -42,8 +43,9 @@ void ask(fmi2_import_t* fmu, fmi2_import_variable_t* variable) {
         break;
     }
     fmi2_import_variable_t* found = fmi2_import_get_variable_by_name(fmu, name);
-    fuzz::require(found != nullptr && std::strcmp(fmi2_import_get_variable_name(found), name) == 0,
-                  "a variable is found by its name");
+    const bool isFound =
+        found != nullptr && std::strcmp(fmi2_import_get_variable_name(found), name) == 0;
+    fuzz::require(isFound || *name == '\0', "a variable is found by its name, if it has one");
 }
 
 void ask(fmi2_import_t* fmu) {
@@ -64,9 +66,9 @@ void ask(fmi2_import_t* fmu) {
 } // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::ScratchDirectory scratch;
+    static const platform::TemporaryDirectory scratch("fuzz_");
     fuzz::writeFile(scratch / "modelDescription.xml", fuzz::Bytes(data, size).takeRest());
-    const auto directory = (scratch / "").parent_path().string();
+    const auto directory = scratch.path().string();
     const fuzz::Context context = fuzz::silentContext();
     static_cast<void>(fmi_import_get_fmi_version(context.get(), nullptr, directory.c_str()));
     const std::unique_ptr<fmi2_import_t, FreeFmu> fmu(

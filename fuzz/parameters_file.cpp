@@ -1,9 +1,10 @@
 /// FMU parameters files: read or refused as a whole.
 #include "fuzz/fuzz_support.h"
+#include "platform/temporary_directory.h"
 #include "run_config/fmi_solver_options.h"
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::ScratchDirectory scratch;
+    static const platform::TemporaryDirectory scratch("fuzz_");
     fuzz::silenceStandardOutput();
     const auto file = scratch / "parameters.xml";
     fuzz::writeFile(file, fuzz::Bytes(data, size).takeRest());

@@ -2,11 +2,13 @@
 /// the FMU answers, and the beginning of a row when the FMU refuses a value.
 #include "fmi_tools.h"
 #include "fuzz/fuzz_support.h"
+#include "platform/temporary_directory.h"
 
 #include <array>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -66,7 +68,7 @@ class Run {
         return {text.data(), static_cast<std::size_t>(std::max(size, ssize_t{0}))};
     }
 
-    fuzz::ScratchDirectory scratch_;
+    platform::TemporaryDirectory scratch_{"fuzz_"};
     int results_ = -1;
     FmiToolsInstance* fmu_ = nullptr;
 };
