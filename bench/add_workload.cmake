@@ -17,7 +17,7 @@ function(add_workload name)
          TYPE SHA1)
 
   add_library(${slave} MODULE workload_slave.cpp)
-  target_link_libraries(${slave} PRIVATE project_settings slave_base slave_step)
+  target_link_libraries(${slave} PRIVATE project_settings slave_base slave_omissible)
   target_compile_definitions(${slave} PRIVATE "FMU_GUID=\"{${guid}}\"" ${counts})
   target_link_options(${slave} PRIVATE $<$<BOOL:${MINGW}>:-static>)
   limit_exports(${slave} "${PROJECT_SOURCE_DIR}/example_fmus/exports.map")

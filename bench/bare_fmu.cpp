@@ -7,7 +7,7 @@
 
 namespace bench {
 
-template <class Function>
+template <typename Function>
 Function* BareFmu::function(const char* name) {
     return reinterpret_cast<Function*>(library_.symbol(name));
 }

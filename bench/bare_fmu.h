@@ -28,7 +28,7 @@ class BareFmu {
     void step(double from, double size) { doStep_(slave_, from, size, fmi2True); }
 
   private:
-    template <class Function>
+    template <typename Function>
     Function* function(const char* name);
 
     platform::SharedLibrary library_;

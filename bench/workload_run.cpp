@@ -5,8 +5,8 @@
 #include "bench/unzip.h"
 #include "fmi_tools.h"
 #include "platform/files.h"
-#include "platform/process_memory.h"
 #include "support/files.h"
+#include "support/process_memory.h"
 
 #include <pugixml.hpp>
 
@@ -28,7 +28,7 @@ double secondsSince(Clock::time_point begin) {
 
 void printMemory() {
     std::fprintf(stderr, "memory %.1f MB at the peak\n",
-                 static_cast<double>(platform::peakMemory()) * 1e-6);
+                 static_cast<double>(test_support::peakMemory()) * 1e-6);
 }
 
 void printLoad(double seconds) {

@@ -36,10 +36,10 @@ class WorkloadSlave : public Slave {
     }
 
     /// Each output follows an input with a delay.
-    fmi2Status doStep(double /*time*/, double step) override {
+    fmi2Status doStep(const CommunicationStep& step) override {
         for (std::size_t i = 0; i != OUTPUTS && INPUTS != 0; ++i) {
             double& output = reals[firstOutput + i];
-            output += step * (reals[firstInput + i % inputCount] - output);
+            output += step.size * (reals[firstInput + i % inputCount] - output);
         }
         return fmi2OK;
     }
