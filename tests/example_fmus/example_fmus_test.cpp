@@ -1,5 +1,5 @@
 // The physical FMUs against what can be computed by hand, through the runtime.
-#include "runtime/loaded_fmu.h"
+#include "fmu_runtime/loaded_fmu.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -89,6 +89,38 @@ TEST(Tyre, NeverPullsAtTheRoadNorExceedsFrictionWhenItHops) {
         ASSERT_LE(std::hypot(tyre.real("force[1]"), tyre.real("force[2]") / 0.95),
                   load * (1.0 + 1e-9));
     }
+}
+
+/// How much damping [N.s/m] a mass of 40 kg on the tyre feels that has none of its own, when the
+/// vehicle holds this share of the force at the end of a step and the rest of that at its begin.
+double dampingOfCoupling(double shareOfEnd) {
+    constexpr double mass = 40.0;
+    constexpr int steps = 1000;
+    LoadedFmu tyre("tyre");
+    set(tyre, "verticalDamping", 0.0);
+    EXPECT_EQ(fmiToolsInitialize(tyre), 0);
+    const auto energy = [](double height, double velocity) {
+        return 200000.0 * height * height / 2.0 + mass * velocity * velocity / 2.0;
+    };
+    double height = 0.001; // above where the mass rests
+    double velocity = 0.0;
+    double begin = 4000.0 - 200000.0 * height;
+    for (int n = 1; n <= steps; ++n) {
+        set(tyre, "hubPosition[3]", 0.3 + height);
+        set(tyre, "hubVelocity[3]", velocity);
+        simulateTo(tyre, n * step);
+        const double end = tyre.real("force[3]");
+        const double held = shareOfEnd * end + (1.0 - shareOfEnd) * begin - 4000.0;
+        height += step * velocity + step * step * held / mass / 2.0;
+        velocity += step * held / mass;
+        begin = end;
+    }
+    return mass / (steps * step) * std::log(energy(0.001, 0.0) / energy(height, velocity));
+}
+
+TEST(Tyre, AddsDampingToAVehicleThatHoldsTheForceOfTheEnd) {
+    EXPECT_NEAR(dampingOfCoupling(1.0), 200000.0 * step / 2.0, 10.0);
+    EXPECT_NEAR(dampingOfCoupling(0.5), 0.0, 5.0);
 }
 
 TEST(PhysicalFmus, RefuseParametersThatMakeNoSense) {

@@ -1,11 +1,12 @@
-#include "fmi_import/archive_entry_rules.h"
-#include "import/import_session.h"
+#include "fmi_import/archive/archive_entry_rules.h"
+#include "fmi_import/import_session.h"
 #include "support/archive_writer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <zlib.h>
 
 namespace import_test {
 
@@ -59,6 +60,69 @@ TEST(Archive, UnpacksFoldersAndDataOfEveryKind) {
     EXPECT_EQ(test_support::readFile(session.directory() / "resources/nested/stored.txt"),
               "a\r\nb");
     EXPECT_EQ(test_support::readFile(session.directory() / "empty"), "the last one wins");
+}
+
+/// An archive with one stored file whose numbers are all in its Zip64 records.
+std::string zip64Archive(const std::string& name, const std::string& content) {
+    const auto number = [](std::uint64_t value, unsigned size) {
+        std::string bytes;
+        for (unsigned byte = 0; byte < size; ++byte) {
+            bytes += static_cast<char>(value >> (8 * byte));
+        }
+        return bytes;
+    };
+    const std::string checksum = number(
+        crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size())),
+        4);
+    const std::string unknown = number(0xFFFFFFFF, 4);
+    const std::string nameSize = number(name.size(), 2);
+    const std::string version = number(45, 2);
+    const std::string sizes = number(content.size(), 8) + number(content.size(), 8);
+    const std::string plain = number(0, 8); // No flags, stored, no time.
+    std::string archive = "PK\3\4" + version + plain + checksum + unknown + unknown + nameSize +
+                          number(20, 2) + name + number(1, 2) + number(16, 2) + sizes + content;
+    const std::size_t directory = archive.size();
+    archive += "PK\1\2" + version + version + plain + checksum + unknown + unknown + nameSize +
+               number(28, 2) + number(0, 2) + number(0, 2) + number(0, 2) + number(0, 4) + unknown +
+               name + number(1, 2) + number(24, 2) + sizes + number(0, 8);
+    const std::size_t end = archive.size();
+    return archive + "PK\6\6" + number(44, 8) + version + version + number(0, 8) + number(1, 8) +
+           number(1, 8) + number(end - directory, 8) + number(directory, 8) + "PK\6\7" +
+           number(0, 4) + number(end, 8) + number(1, 4) + "PK\5\6" + number(0, 4) +
+           number(0xFFFF, 2) + number(0xFFFF, 2) + unknown + unknown + number(0, 2);
+}
+
+TEST(Archive, WithNumbersOf64BitsIsRead) {
+    Session session;
+    const std::string bytes = zip64Archive(modelDescription.name, modelDescription.content);
+    test_support::writeFile(session.outside / "large.fmu", bytes);
+    EXPECT_EQ(session.unpack(session.outside / "large.fmu"), fmi_version_2_0_enu)
+        << testing::PrintToString(session.log);
+    EXPECT_EQ(test_support::readFile(session.directory() / "modelDescription.xml"),
+              modelDescription.content);
+    // Also behind a program that unpacks itself, and cut anywhere.
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        test_support::writeFile(session.outside / "cut.fmu", bytes.substr(0, size));
+        EXPECT_EQ(session.unpack(session.outside / "cut.fmu"), fmi_version_unknown_enu);
+    }
+}
+
+TEST(Archive, UnpackedAgainKeepsFilesThatAreTheSame) {
+    Session session;
+    const fs::path kept = session.directory() / "kept";
+    const fs::path changed = session.directory() / "changed";
+    writeArchive(session.outside / "a.fmu", {modelDescription, {"kept", "x"}, {"changed", "1"}});
+    session.unpack(session.outside / "a.fmu");
+    std::error_code error;
+    fs::create_hard_link(kept, session.outside / "kept", error);
+    fs::create_hard_link(changed, session.outside / "changed", error);
+    writeArchive(session.outside / "a.fmu", {modelDescription, {"kept", "x"}, {"changed", "2"}});
+    EXPECT_EQ(session.unpack(session.outside / "a.fmu"), fmi_version_2_0_enu);
+    EXPECT_EQ(test_support::readFile(changed), "2");
+    if (!error) {
+        EXPECT_TRUE(fs::equivalent(kept, session.outside / "kept"));
+        EXPECT_EQ(test_support::readFile(session.outside / "changed"), "1");
+    }
 }
 
 TEST(Archive, IsAlsoFoundWithoutItsSuffixAndReplacesWhatIsThere) {
@@ -116,6 +180,9 @@ TEST(Archive, WithAHarmfulEntryIsRefusedBeforeAnythingIsWritten) {
         {"\\outside", "x"},
         {"C:outside", "x"},
         {"c:/outside", "x"},
+        {"FMITools/fmuclean.sh", "x"},
+        {"./fmitools\\fmuclean.bat", "x"},
+        {"FMITOOLS. /fmuclean.bat", "x"},
         {std::string(256, 'n'), "x"},
         {"bell\a", "x"},
         {"link", "../outside", false, 0120777},
@@ -203,15 +270,33 @@ TEST(Archive, DoesNotFollowLinksThatAreInTheDirectoryAlready) {
 TEST(Archive, NamesThatWindowsReadsItsOwnWayAreRefusedThere) {
     using fmi_import::entryNameFault;
     using fmi_import::NameRules;
-    for (const char* name : {"NUL", "resources/con.txt", "com1", "a/LPT9.x.y", "aux /b", "CONIN$",
-                             "file:stream", "a?b", "trailing.", "blank /x", "a/..."}) {
+    for (const char* name :
+         {"NUL", "resources/con.txt", "com1", "a/LPT9.x.y", "aux /b", "CONIN$", "file:stream",
+          "a?b", "COM\302\271.txt", "lpt\263", ". ./x", "a/..."}) {
         EXPECT_TRUE(entryNameFault(NameRules::windows, name)) << name;
         EXPECT_FALSE(entryNameFault(NameRules::posix, name)) << name;
     }
     for (const char* name : {"./a", "console", "com10", "nullable.txt", ".hidden", "a b/c.d",
-                             "resources\\road.xml", "r\303\244der.txt"}) {
+                             "resources\\road.xml", "r\303\244der.txt", "trailing.", "blank /x"}) {
         EXPECT_FALSE(entryNameFault(NameRules::windows, name)) << name;
     }
+}
+
+TEST(Archive, NamesLoseTheEndThatWindowsDropsThere) {
+    using fmi_import::NameRules;
+    using fmi_import::nativeEntryName;
+    EXPECT_EQ(nativeEntryName(NameRules::windows, "a. /.hid.den..\\c. "), "a/.hid.den/c");
+    EXPECT_EQ(nativeEntryName(NameRules::windows, "./a./"), "./a/");
+    EXPECT_EQ(nativeEntryName(NameRules::posix, "a. /b\\c."), "a. /b/c.");
+    Session session;
+    const bool isWindows = fs::path::preferred_separator == '\\';
+    writeArchive(session.outside / "a.fmu", {modelDescription, {"vendor.", "x"}});
+    EXPECT_EQ(session.unpack(session.outside / "a.fmu"), fmi_version_2_0_enu);
+    EXPECT_THAT(Session::namesIn(session.directory()),
+                ElementsAre("modelDescription.xml", isWindows ? "vendor" : "vendor."));
+    writeArchive(session.outside / "a.fmu", {modelDescription, {"b.", "x"}, {"b", "y"}});
+    EXPECT_EQ(session.unpack(session.outside / "a.fmu"),
+              isWindows ? fmi_version_unknown_enu : fmi_version_2_0_enu);
 }
 
 TEST(Version, IsReadFromTheStartTagAlone) {
@@ -228,9 +313,11 @@ TEST(Version, IsReadFromTheStartTagAlone) {
     const std::vector<Case> cases{
         {root("1.0"), fmi_version_1_enu, "5 FMIXML XML specifies FMI 1.0"},
         {root("3.0"), fmi_version_3_0_enu, "4 FMILIB XML specifies FMI standard version 3.0"},
+        {root("3.0"), fmi_version_3_0_enu,
+         "1 FMILIB The FMU follows FMI 3.0; only FMI 2.0 can be loaded"},
         {root("2.0.4"), fmi_version_2_0_enu, "5 FMIXML XML specifies FMI 2.0"},
         {root("2.0") + "< malformed later", fmi_version_2_0_enu, "5 FMIXML XML specifies FMI 2.0"},
-        {"\xef\xbb\xbf<!--" + std::string(100'000, '-') + "-->" + root("2.0").substr(22),
+        {"\xef\xbb\xbf<!--" + std::string(100'000, '.') + "-->" + root("2.0").substr(22),
          fmi_version_2_0_enu, "5 FMIXML XML specifies FMI 2.0"},
         {root("2.1"), fmi_version_unknown_enu,
          "1 FMIXML This version of FMI standard is not supported (fmiVersion=2.1)"},

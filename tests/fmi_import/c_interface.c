@@ -35,6 +35,7 @@ static void checkText(const char* text, const char* expected) {
 }
 
 static void checkNames(void) {
+    checkText(fmi2_get_types_platform(), "default");
     checkText(fmi2_status_to_string(fmi2_status_discard), "Discard");
     checkText(fmi2_status_to_string((fmi2_status_t)77), "Undefined");
     checkText(fmi2_status_to_string((fmi2_status_t)-1), "Undefined");
@@ -76,7 +77,18 @@ static void checkNullHandles(void) {
     check(fmi2_import_get_real_variable_unit(NULL) == NULL, "unit");
     check(fmi2_import_get_unit_name(NULL) == NULL, "unit name");
     check(fmi2_import_get_default_experiment_stop(NULL) == 1.0, "stop time");
+    check(fmi2_import_get_default_experiment_has_start(NULL) == 0, "has start time");
+    check(fmi2_import_get_default_experiment_has_stop(NULL) == 0, "has stop time");
+    checkText(fmi2_import_get_description(NULL), "");
+    check(fmi_import_get_model_description_path(NULL, NULL) == NULL, "path");
     check(fmi_import_rmdir(NULL, NULL) == jm_status_error, "rmdir");
+}
+
+static void logInList(jm_callbacks* callbacks, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    jm_log_v(callbacks, "MODULE", jm_log_level_error, format, arguments);
+    va_end(arguments);
 }
 
 static void checkDefaultCallbacks(void) {
@@ -90,6 +102,17 @@ static void checkDefaultCallbacks(void) {
     checkText(own.errMessageBuffer, "text 7");
     jm_log(&own, "MODULE", jm_log_level_info, "%3000d", 1);
     check(strlen(own.errMessageBuffer) == JM_MAX_ERROR_MESSAGE_SIZE - 1, "cut message");
+    jm_log_info(&own, "MODULE", "%s", "info");
+    checkText(own.errMessageBuffer, "info");
+    jm_log_warning(&own, "MODULE", "%s", "warning");
+    checkText(own.errMessageBuffer, "warning");
+    jm_log_error(&own, "MODULE", "%s", "error");
+    checkText(own.errMessageBuffer, "error");
+    jm_log_fatal(&own, "MODULE", "%s", "fatal");
+    checkText(own.errMessageBuffer, "fatal");
+    logInList(&own, "%d in a list", 2);
+    checkText(own.errMessageBuffer, "2 in a list");
+    jm_default_logger(&own, "MODULE", jm_log_level_info, "written to standard error");
     jm_clear_last_error(&own);
     checkText(jm_get_last_error(&own), "");
     jm_set_default_callbacks(NULL);

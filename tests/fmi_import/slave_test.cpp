@@ -1,4 +1,5 @@
-#include "import/import_session.h"
+#include "fmi_import/import_session.h"
+#include "platform/shared_library.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -102,6 +103,11 @@ TEST(Slave, WithoutABinaryEveryCallIsAnsweredAndLoadingCanBeRetried) {
     EXPECT_THAT(session.log, Contains(StartsWith("1 FMILIB System error: ")));
     fs::remove(folder);
     fs::create_directory(folder);
+    session.log.clear();
+    EXPECT_EQ(fmi2_import_create_dllfmu(session.fmu, fmi2_fmu_kind_cs, nullptr), jm_status_error);
+    EXPECT_TRUE(session.hasLine("1 FMILIB The FMU has binaries for: " + otherPlatform +
+                                ". Needed here: " + platformName));
+    test_support::writeFile(folder / ("other" + suffix), "");
     EXPECT_EQ(fmi2_import_create_dllfmu(session.fmu, fmi2_fmu_kind_cs, nullptr), jm_status_error);
     EXPECT_THAT(session.log, Contains(StartsWith("1 FMICAPI Could not load the FMU binary: ")));
     EXPECT_THAT(fmi2_import_get_last_error(session.fmu), HasSubstr("scripted" + suffix));
@@ -200,6 +206,33 @@ TEST(Slave, CanBeUnpackedAgainWhileItIsLoaded) {
     fmi2_import_free_instance(first.fmu);
 }
 
+TEST(Slave, OfANewVersionIsNotTakenForTheOldOneThatIsStillLoaded) {
+    Session session;
+    ASSERT_EQ(session.load("scripted"), jm_status_success);
+    const fs::path file = session.directory() / "binaries" / platformName / ("scripted" + suffix);
+    // As a library stays that has symbols which must be unique in a process.
+    platform::SharedLibrary kept;
+    ASSERT_TRUE(kept.open(test_support::narrow(file)));
+    fmi2_import_free(session.fmu);
+    session.fmu = nullptr;
+    EXPECT_EQ(session.load("scripted"), jm_status_success); // The same version, so far.
+    fmi2_import_free(session.fmu);
+    session.fmu = nullptr;
+    std::error_code error;
+    const std::string newer = test_support::readFile(file) + "newer";
+    fs::remove(file, error);
+    if (error) {
+        GTEST_SKIP() << "A library that is loaded cannot be replaced here: " << error.message();
+    }
+    test_support::writeFile(file, newer);
+    EXPECT_EQ(fmi2_import_create_dllfmu(session.parse(), fmi2_fmu_kind_cs, nullptr),
+              jm_status_error);
+    EXPECT_THAT(session.log, Contains(testing::MatchesRegex(
+                                 "1 FMICAPI Could not load the FMU binary: instead of <dir>/.* the "
+                                 "process still has the library '<dir>/.*scripted.* "
+                                 "\\(deleted\\)', which cannot be unloaded; .*")));
+}
+
 TEST(Slave, RelativeDirectoriesWorkAndTheCurrentOneStays) {
     Session session;
     const fs::path before = fs::current_path();
@@ -223,6 +256,9 @@ TEST(Slave, MessagesAreForwardedWithVariableNames) {
     fmi2_log_forwarding(fmu, nullptr, fmi2_status_fatal, nullptr, "%s",
                         std::string(5000, 'x').c_str());
     EXPECT_EQ(session.log.back(), "1  [FMU status:Fatal] " + std::string(5000, 'x'));
+    fmi2_log_forwarding(fmu, "tyre", fmi2_status_ok, nullptr, "%s",
+                        "red\033[31m \xc2\x9b bell\a\ttwo\nlines \xc3\xa4");
+    EXPECT_EQ(session.log.back(), "4 tyre [FMU status:OK] red?[31m ?? bell?\ttwo\nlines \xc3\xa4");
     session.callbacks.log_level = jm_log_level_error;
     const std::size_t count = session.log.size();
     fmi2_log_forwarding(fmu, "tyre", fmi2_status_ok, nullptr, "unheard");
@@ -251,6 +287,10 @@ TEST(Helpers, DirectoriesAndUris) {
     char* uri = fmi_import_create_URL_from_abs_path(&session.callbacks, "/a b/%#/~x_-.");
     EXPECT_STREQ(uri, "file:///a%20b/%25%23/~x_-.");
     std::free(uri);
+    char* description = fmi_import_get_model_description_path("d", &session.callbacks);
+    EXPECT_STREQ(description,
+                 otherPlatform == "win64" ? "d/modelDescription.xml" : "d\\modelDescription.xml");
+    std::free(description);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // Every allocation of a run fails once: in the runtime, and where the platform lets this program
 // replace operator new everywhere, also in the import library and in the FMU.
-#include "faults/failing_allocator.h"
-#include "faults/whole_run.h"
+#include "fmu_runtime/whole_run.h"
+#include "support/failing_allocator.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,11 @@
 // What is on disk when the process ends without a warning.
-#include "runtime/loaded_fmu.h"
+#include "fmu_runtime/loaded_fmu.h"
 #include "support/run_program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 namespace {

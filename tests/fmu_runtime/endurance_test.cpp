@@ -1,7 +1,7 @@
 // Memory and open files over many cycles and many steps. The environment variable ENDURANCE_FACTOR
 // multiplies both.
-#include "platform/process_memory.h"
-#include "runtime/loaded_fmu.h"
+#include "fmu_runtime/loaded_fmu.h"
+#include "support/process_memory.h"
 
 #include <gtest/gtest.h>
 
@@ -26,13 +26,13 @@ std::ptrdiff_t openFiles() {
 }
 
 /// Does `work` `count` times after a fifth of it as warm-up; neither memory nor files may pile up.
-template <class Work>
+template <typename Work>
 void expectConstantUse(long count, Work work) {
     std::size_t before = 0;
     std::ptrdiff_t files = 0;
     for (long index = -count / 5; index < count; ++index) {
         if (index == 0) {
-            before = platform::peakMemory();
+            before = peakMemory();
             files = openFiles();
         }
         work(index);
@@ -40,7 +40,7 @@ void expectConstantUse(long count, Work work) {
     constexpr std::size_t allowed = 1 << 20;
     if (MEMORY_IS_MEASURABLE) {
         EXPECT_GT(before, 0U);
-        EXPECT_LT(platform::peakMemory() - before, allowed);
+        EXPECT_LT(peakMemory() - before, allowed);
     }
     EXPECT_EQ(openFiles(), files);
 }

@@ -1,12 +1,14 @@
 // Every file operation of a run fails once, by functions that stand before those of the C library;
 // and a disk that is full.
-#include "faults/whole_run.h"
-#include "runtime/loaded_fmu.h"
+#include "fmu_runtime/loaded_fmu.h"
+#include "fmu_runtime/whole_run.h"
+#include "platform/output_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -18,14 +20,15 @@
 
 namespace {
 
-long operationsLeft = 0; // Until the one that fails; 0: none fails.
+bool takesNothing = false; // Every write.
+long operationsLeft = 0;   // Until the one that fails; 0: none fails.
 
 bool fails() {
     errno = ENOSPC;
     return operationsLeft > 0 && --operationsLeft == 0;
 }
 
-template <class Function>
+template <typename Function>
 Function* original(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
 }
@@ -57,6 +60,9 @@ ssize_t read(int file, void* target, std::size_t size) {
 /// As on a disk that fills up: half of it goes through, then nothing does.
 ssize_t write(int file, const void* source, std::size_t size) {
     static auto* const call = original<ssize_t(int, const void*, std::size_t)>("write");
+    if (takesNothing && file > STDERR_FILENO) {
+        return 0;
+    }
     if (fails()) {
         if (size > 1) {
             operationsLeft = 1;
@@ -105,20 +111,20 @@ bool isPartOf(const std::vector<std::string>& part, const std::vector<std::strin
 
 struct Outcome {
     bool succeeded;
-    bool happened; ///< There were that many operations.
-    std::string output;
+    bool happened;     ///< There were that many operations.
+    std::string error; ///< What standard error got.
     std::vector<std::string> results;
     std::vector<std::string> log;
 };
 
 Outcome runWithFailing(const WholeRun& run, long number) {
     run.clear();
-    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     operationsLeft = number;
     const bool succeeded = run.run();
     const bool happened = operationsLeft == 0;
     operationsLeft = 0;
-    Outcome outcome{succeeded, happened, testing::internal::GetCapturedStdout(),
+    Outcome outcome{succeeded, happened, testing::internal::GetCapturedStderr(),
                     lines(run.results()), withoutTimes(run.log())};
     EXPECT_TRUE(run.results().empty() || run.results().ends_with('\n')) << number;
     EXPECT_TRUE(run.log().empty() || run.log().ends_with('\n')) << number;
@@ -141,17 +147,19 @@ TEST(FileOperation, FailsWithoutCrashHalfLineOrWrongSuccess) {
     std::size_t lostLines = 0;
     for (long number = 1; now.happened; ++number) {
         now = runWithFailing(run, number);
-        refusedLoads += now.succeeded ? 0 : 1;
+        const bool loaded = !now.log.empty();
+        refusedLoads += loaded ? 0 : 1;
         EXPECT_TRUE(isPartOf(now.results, whole.results)) << number;
-        if (now.succeeded && !now.results.empty() && now.results != whole.results) {
+        if (loaded && !now.results.empty() && now.results != whole.results) {
             ++lostRows;
+            EXPECT_EQ(now.succeeded, now.results.front() != whole.results.front()) << number;
             EXPECT_EQ(failuresTold(now.log), 1U) << number;
         } else {
             EXPECT_TRUE(isPartOf(now.log, whole.log)) << number;
         }
         if (now.succeeded && !now.log.empty() && now.log.size() < whole.log.size()) {
             ++lostLines;
-            EXPECT_THAT(now.output, HasSubstr("[Error] Failed to write log file ")) << number;
+            EXPECT_THAT(now.error, HasSubstr("[Error] Failed to write log file ")) << number;
         }
     }
     EXPECT_GT(refusedLoads, 5U);
@@ -159,22 +167,93 @@ TEST(FileOperation, FailsWithoutCrashHalfLineOrWrongSuccess) {
     EXPECT_GE(lostLines, whole.log.size());
 }
 
-TEST(FullDisk, IsToldOnceForEachFileAndTheRunGoesOn) {
+TEST(FullDisk, IsToldOnceForEachFileAndFailsEachRow) {
     LoadedFmu fmu("scripted");
     fmiToolsSetResultsFile(fmu, "/dev/full");
     fmiToolsInitialize(fmu);
-    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
-    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.0), 0);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), -202);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.0), -202);
+    EXPECT_THAT(fmu.log().back(), HasSubstr("[Error] Results logging failed"));
     EXPECT_EQ(failuresTold(fmu.log()), 1U);
     EXPECT_THAT(fmu.log().front(),
                 HasSubstr("[Error] Failed to write results file /dev/full: No space"));
-    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     fmiToolsSetLogFile(fmu, "/dev/full");
-    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.5), 0);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.5), -202);
     EXPECT_EQ(fmu.real("x"), 0.0);
-    const auto output = withoutTimes(testing::internal::GetCapturedStdout());
+    const auto output = withoutTimes(testing::internal::GetCapturedStderr());
     ASSERT_EQ(output.size(), 1U);
     EXPECT_THAT(output.front(), HasSubstr("[Error] Failed to write log file /dev/full: No space"));
+}
+
+TEST(Write, ThatTakesNothingIsAFailure) {
+    LoadedFmu fmu("scripted");
+    fmiToolsInitialize(fmu);
+    takesNothing = true;
+    const std::size_t before = fmu.rows().size();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), -202);
+    takesNothing = false;
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("Failed to write log file"));
+    EXPECT_EQ(fmu.rows().size(), before);
+}
+
+TEST(Pipe, ThatNobodyEmptiesIsToldAndDoesNotStopTheRun) {
+    const TemporaryDirectory directory;
+    const std::string pipe = narrow(directory / "pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    LoadedFmu fmu("scripted");
+    fmiToolsInitialize(fmu);
+    EXPECT_EQ(fmiToolsSetResultsFile(fmu, pipe.c_str()), 0);
+    std::int32_t result = 0;
+    for (int step = 0; step < 400; ++step) { // More than a pipe holds.
+        result = fmiToolsSimulateToT(fmu, step * 0.1);
+    }
+    EXPECT_EQ(result, -202);
+    EXPECT_EQ(failuresTold(fmu.log()), 1U);
+}
+
+TEST(StandardStreams, ThatAreClosedAreNotTheFilesOfARun) {
+    const TemporaryDirectory directory;
+    LoadedFmu fmu("scripted");
+    std::fflush(stdout);
+    const std::array standard{0, 1, 2};
+    std::array<int, 3> kept{};
+    for (const int stream : standard) {
+        kept[static_cast<std::size_t>(stream)] = fcntl(stream, F_DUPFD_CLOEXEC, 10);
+        close(stream);
+    }
+    fmiToolsSetLogFile(fmu, narrow(directory / "second.out").c_str());
+    fmiToolsSetResultsFile(fmu, narrow(directory / "second.csv").c_str());
+    const bool areClosed =
+        std::ranges::all_of(standard, [](int stream) { return fcntl(stream, F_GETFD) == -1; });
+    std::puts("printed by the host");
+    std::fflush(stdout);
+    fmu.cleanUp(); // Its last lines are for standard output.
+    for (const int stream : standard) {
+        dup2(kept[static_cast<std::size_t>(stream)], stream);
+        close(kept[static_cast<std::size_t>(stream)]);
+    }
+    std::clearerr(stdout);
+    EXPECT_TRUE(areClosed);
+    EXPECT_THAT(readFile(directory / "second.csv"), testing::EndsWith("Q[1][-]\n"));
+    EXPECT_THAT(readFile(directory / "second.out"), testing::EndsWith("Closing plugin\n"));
+}
+
+TEST(SizeLimit, OfFilesIsAFailureAndNoSignal) {
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small{10000, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    {
+        const TemporaryDirectory directory;
+        platform::OutputFile file(narrow(directory / "limited").c_str());
+        EXPECT_TRUE(file.write(std::string(9000, 'a')));
+        EXPECT_FALSE(file.write(std::string(9000, 'b'))); // Would end the process.
+        EXPECT_FALSE(file.write(std::string(9000, 'c')));
+        EXPECT_EQ(readFile(directory / "limited").size(), 9000U);
+    }
+    setrlimit(RLIMIT_FSIZE, &before);
 }
 
 TEST(FullDisk, LeavesWholeRowsBehind) {
@@ -186,9 +265,11 @@ TEST(FullDisk, LeavesWholeRowsBehind) {
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit small{10000, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
+    int lost = 0;
     for (int step = 0; step < 50; ++step) {
-        EXPECT_EQ(fmiToolsSimulateToT(fmu, step * 0.1), 0);
+        lost += fmiToolsSimulateToT(fmu, step * 0.1) == -202 ? 1 : 0;
     }
+    EXPECT_GT(lost, 10);
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     const std::string results = readFile(fmu.resultsFile());

@@ -1,14 +1,13 @@
 // FMUs that misbehave: the scripted binary with other scripts and other model descriptions.
-#include "platform/shared_library.h"
-#include "runtime/loaded_fmu.h"
-#include "support/archive_writer.h"
+#include "fmu_runtime/loaded_fmu.h"
+#include "fmu_runtime/repacked_fmu.h"
 #include "support/environment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
-#include <optional>
 
 namespace {
 
@@ -18,29 +17,18 @@ using testing::HasSubstr;
 using testing::StartsWith;
 
 /// The scripted FMU with these model variables, loaded.
-class RepackedFmu {
+class FmuWithVariables {
   public:
-    explicit RepackedFmu(const std::string& variables) {
-        LoadedFmu scripted("scripted");
-        const auto content = scripted.unpacked();
-        std::string description = readFile(content / "modelDescription.xml");
-        const auto begin = description.find("<ModelVariables>");
-        description.replace(begin, description.find("</fmiModelDescription>") - begin,
-                            "<ModelVariables>" + variables + "</ModelVariables><ModelStructure/>");
-        const auto binary = std::filesystem::path("binaries") /
-                            platform::SharedLibrary::fmiPlatform() /
-                            (std::string("scripted") + platform::SharedLibrary::suffix());
-        writeArchive(directory_ / "repacked.fmu",
-                     {{"modelDescription.xml", description},
-                      {binary.generic_string(), readFile(content / binary)}});
-        fmu_.emplace(narrow(directory_ / "repacked"));
-    }
+    explicit FmuWithVariables(const std::string& variables)
+        : archive_("<ModelVariables>", "</fmiModelDescription>",
+                   "<ModelVariables>" + variables + "</ModelVariables><ModelStructure/>"),
+          fmu_(archive_.path()) {}
 
-    LoadedFmu& operator*() { return *fmu_; }
+    LoadedFmu& operator*() { return fmu_; }
 
   private:
-    TemporaryDirectory directory_;
-    std::optional<LoadedFmu> fmu_;
+    RepackedFmu archive_;
+    LoadedFmu fmu_;
 };
 
 std::string escaped(std::string_view text) {
@@ -58,7 +46,7 @@ std::string realVariable(std::string_view name, std::uint32_t reference) {
 }
 
 TEST(ModelDescription, WithoutVariablesGivesRowsOfTheTimeAlone) {
-    RepackedFmu repacked("");
+    FmuWithVariables repacked("");
     LoadedFmu& fmu = *repacked;
     ASSERT_EQ(fmiToolsInitialize(fmu), 0);
     EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
@@ -73,7 +61,7 @@ TEST(ModelDescription, MayHaveAHundredThousandVariables) {
         variables += realVariable("body[" + std::to_string(index) + "].x",
                                   static_cast<std::uint32_t>(index % 14));
     }
-    RepackedFmu repacked(variables);
+    FmuWithVariables repacked(variables);
     LoadedFmu& fmu = *repacked;
     ASSERT_EQ(fmiToolsInitialize(fmu), 0);
     EXPECT_EQ(fmiToolsSetRealVariableValue(fmu, "body[99988].x", 2.5), 0); // The reference of gain.
@@ -96,7 +84,7 @@ TEST(ModelDescription, MayNameVariablesInAnyWay) {
         variables += realVariable(name, 3);
         header += ',' + name + "[-]";
     }
-    RepackedFmu repacked(variables);
+    FmuWithVariables repacked(variables);
     LoadedFmu& fmu = *repacked;
     EXPECT_EQ(fmu.rows().at(0), header);
     for (const auto& name : names) {
@@ -109,8 +97,8 @@ TEST(ModelDescription, MayNameVariablesInAnyWay) {
 }
 
 TEST(ValueReference, ThatTheFmuDoesNotKnowFailsTheAccess) {
-    RepackedFmu repacked(realVariable("u", 2) + realVariable("far", 4294967295U) +
-                         realVariable("gain", 0));
+    FmuWithVariables repacked(realVariable("u", 2) + realVariable("far", 4294967295U) +
+                              realVariable("gain", 0));
     LoadedFmu& fmu = *repacked;
     ASSERT_EQ(fmiToolsInitialize(fmu), 0);
     double value = 7.0;
@@ -149,6 +137,68 @@ TEST(Logger, MayBeCalledFromAnywhereWithAnything) {
     EXPECT_EQ(std::ranges::count(calls, "freeInstance"), 1);
     EXPECT_EQ(calls[calls.size() - 2], "freeInstance");
     EXPECT_EQ(calls.back(), "unload");
+}
+
+TEST(Logger, MayBeCalledFromThreadsOfTheFmu) {
+    LoadedFmu fmu("scripted");
+    fmu.script("doStep=logAtOnce ok c 500");
+    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
+    const auto log = fmu.log();
+    for (int number = 1; number <= 500; ++number) {
+        const std::string line =
+            "[FMU instance][c][OK] message " + std::to_string(number) + " of a thread";
+        EXPECT_EQ(std::ranges::count(log, line), 4) << number;
+    }
+    EXPECT_EQ(std::ranges::count_if(log, [](auto& line) { return line.starts_with("[FMI"); }),
+              static_cast<std::ptrdiff_t>(log.size()) - 2000);
+}
+
+TEST(Exception, ThatLeavesAFunctionOfTheFmuIsTheFailureOfThatCall) {
+    LoadedFmu fmu("scripted");
+    fmu.script("doStep@2=throw; getReal(x)@1=throw; setReal(u)=throw; getString(echo)=throw");
+    EXPECT_EQ(fmiToolsSetRealVariableValue(fmu, "u", 1.0), -202);
+    EXPECT_EQ(fmu.lastLines(1).front(), "[Error] Failed to set input u");
+    double x = 7.0;
+    EXPECT_EQ(fmiToolsGetRealVariableValue(fmu, "x", &x), -202);
+    EXPECT_EQ(x, 7.0);
+    EXPECT_EQ(fmu.lastLines(1).front(), "[Error] Failed to get output x");
+    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+    fmiToolsSetEndTime(fmu, 0.35);
+    EXPECT_EQ(fmiToolsSimulate(fmu), 0); // 0, 0.1, 0.2 (throws), 0.3
+    EXPECT_EQ(std::ranges::count(fmu.log(), "[FMITools][None][Error] Attempted step failed"), 1);
+    EXPECT_EQ(fmu.rows().size(), 4U);
+    EXPECT_EQ(std::stod(fmu.rows().back()), 0.1 + 0.1 + 0.1);
+}
+
+TEST(Exception, OfInitialisationIsToldAsItsFailure) {
+    for (const char* call :
+         {"setupExperiment", "enterInitializationMode", "exitInitializationMode"}) {
+        LoadedFmu fmu("scripted");
+        fmu.script((std::string(call) + "=throw").c_str());
+        EXPECT_EQ(fmiToolsInitialize(fmu), -200) << call;
+        EXPECT_EQ(fmu.lastLines(1).front(), "[Error] Failed to initialise FMU") << call;
+    }
+}
+
+TEST(Exception, OfInstantiateYieldsAHandleThatFailsEverywhere) {
+    const ScopedEnvironment script("SCRIPTED_FMU_SCRIPT", "instantiate=throw");
+    LoadedFmu fmu("scripted");
+    EXPECT_EQ(fmiToolsSetRealVariableValue(fmu, "u", 1.0), -202);
+    EXPECT_EQ(fmiToolsInitialize(fmu), -200);
+}
+
+TEST(Exception, OfTheLastCallsSkipsNothingOfTheCleanUp) {
+    const TemporaryDirectory directory;
+    const ScopedEnvironment record("SCRIPTED_FMU_RECORD", narrow(directory / "calls.txt"));
+    LoadedFmu fmu("scripted");
+    fmu.script("terminate=throw; freeInstance=throw");
+    testing::internal::CaptureStdout();
+    fmu.cleanUp();
+    EXPECT_THAT(testing::internal::GetCapturedStdout(), HasSubstr("[OK] Closed plugin\n"));
+    const auto calls = lines(readFile(directory / "calls.txt"));
+    const std::vector<std::string> end(calls.end() - 3, calls.end());
+    EXPECT_EQ(end, (std::vector<std::string>{"terminate", "freeInstance", "unload"}));
 }
 
 TEST(Numbers, MayBeNoneInEveryPlace) {

@@ -58,6 +58,13 @@ class LoadedFmu {
         return value;
     }
 
+    /// What the scripted FMU was called with, a line a call.
+    std::string calls() {
+        const char* text = nullptr;
+        EXPECT_EQ(fmiToolsGetStringVariableValue(handle_, "calls", &text), 0);
+        return text != nullptr ? text : "";
+    }
+
     std::filesystem::path logFile() const { return directory_ / "run.out"; }
 
     std::filesystem::path resultsFile() const { return directory_ / "run.csv"; }

@@ -1,8 +1,8 @@
 #include "fmi_tools.h"
-#include "paths/current_directory.h"
 #include "platform/command.h"
 #include "platform/files.h"
 #include "platform/shared_library.h"
+#include "support/current_directory.h"
 #include "support/files.h"
 #include "support/run_program.h"
 

@@ -1,13 +1,15 @@
 // The runtime through its C interface, with the scripted FMU behind it.
-#include "runtime/loaded_fmu.h"
+#include "fmu_runtime/loaded_fmu.h"
 #include "support/environment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <ctime>
 #include <fstream>
 #include <limits>
 #include <string>
@@ -16,6 +18,7 @@
 namespace {
 
 using namespace test_support;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -69,33 +72,6 @@ TEST(Instance, StoresTheCallersPointerAndKnowsTheTool) {
     fmiToolsGetUserData(second, &pointer);
     EXPECT_EQ(pointer, nullptr);
     EXPECT_THAT(fmiToolsGetGenerationTool(first), testing::Not(testing::StrEq("")));
-}
-
-TEST(Load, PassesTheSlaveItsNameAndResourcesAndStartsAtZero) {
-    LoadedFmu fmu("scripted");
-    const char* calls = nullptr;
-    ASSERT_EQ(fmiToolsGetStringVariableValue(fmu, "calls", &calls), 0);
-    EXPECT_THAT(calls, HasSubstr("instantiate FMU instance file://"));
-    EXPECT_THAT(calls, HasSubstr("/resources logging"));
-    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
-    fmiToolsGetStringVariableValue(fmu, "calls", &calls);
-    EXPECT_THAT(calls, HasSubstr("\nenterInitializationMode\nexitInitializationMode\n"));
-}
-
-TEST(Load, WithARefusedInstantiationLeavesAHandleThatFailsEverywhere) {
-    const ScopedEnvironment script("SCRIPTED_FMU_SCRIPT", "instantiate=refuse");
-    LoadedFmu fmu("scripted");
-    double value = 0.0;
-    EXPECT_EQ(fmiToolsSetVariableValue(fmu, "u", "1"), 0);
-    EXPECT_EQ(fmiToolsSetRealVariableValue(fmu, "u", 1.0), -202);
-    EXPECT_EQ(fmiToolsGetRealVariableValue(fmu, "x", &value), -202);
-    EXPECT_EQ(fmiToolsInitialize(fmu), -200);
-    EXPECT_EQ(fmiToolsStartInitialization(fmu), -200);
-    EXPECT_EQ(fmiToolsEndInitialization(fmu), -200);
-    EXPECT_EQ(fmiToolsSimulateToT(fmu, 1.0), -201);
-    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.0), -202);
-    fmu.cleanUp();
-    EXPECT_EQ(fmu.lastLines(1), Lines{"[OK] Closing plugin"});
 }
 
 TEST(Variables, ArePassedByTheirNamesAndLogged) {
@@ -232,6 +208,34 @@ TEST(Stepping, GoesToEachTargetExactlyOnce) {
     EXPECT_THAT(rows[5], testing::StartsWith("1.0000000000000100e-01,"));
 }
 
+TEST(Stepping, SkipsWhatIsNotLongerThanTheEpsilonOfDouble) {
+    constexpr double epsilon = 0x1p-52;
+    LoadedFmu fmu("scripted");
+    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, epsilon), 0);
+    EXPECT_THAT(fmu.rows().back(), testing::StartsWith("0.0000000000000000e+00,"));
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, std::nextafter(epsilon, 1.0)), 0);
+    EXPECT_THAT(fmu.rows().back(), testing::StartsWith("2.2204460492503136e-16,"));
+    EXPECT_THAT(fmu.calls(), HasSubstr("\ndoStep 0 2.2204460492503136e-16\n"));
+}
+
+TEST(Stepping, EndsAtTheTargetAndNotAtTheSumOfTheSteps) {
+    constexpr double first = 0.3;
+    constexpr double second = 0.801;
+    ASSERT_NE(first + (second - first), second);
+    LoadedFmu fmu("scripted");
+    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+    for (const double time : {first, second, 1.0}) {
+        EXPECT_EQ(fmiToolsSimulateToT(fmu, time), 0);
+        EXPECT_EQ(std::stod(fmu.rows().back()), time);
+    }
+    const auto calls = lines(fmu.calls());
+    const auto last = std::ranges::find_if(calls.rbegin(), calls.rend(),
+                                           [](auto& call) { return call.starts_with("doStep "); });
+    ASSERT_NE(last, calls.rend());
+    EXPECT_EQ(std::stod(last->substr(7)), second);
+}
+
 TEST(Stepping, ThatIsNotAnsweredOkLeavesTimeAndResultsAlone) {
     for (const char* status : {"warning", "discard", "error", "fatal", "pending", "17", "-3"}) {
         LoadedFmu fmu("scripted");
@@ -242,9 +246,7 @@ TEST(Stepping, ThatIsNotAnsweredOkLeavesTimeAndResultsAlone) {
                                            "[Error] Attempted step failed"}));
         EXPECT_EQ(fmu.rows().size(), 1U);
         EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
-        const char* calls = nullptr;
-        fmiToolsGetStringVariableValue(fmu, "calls", &calls);
-        EXPECT_THAT(calls, testing::HasSubstr("doStep 0 0.5\ndoStep 0 0.5\n"));
+        EXPECT_THAT(fmu.calls(), HasSubstr("doStep 0 0.5\ndoStep 0 0.5\n"));
     }
 }
 
@@ -365,9 +367,55 @@ TEST(Log, GoesToStandardOutputWhileThereIsNoFile) {
     EXPECT_THAT(withoutTimes(output),
                 ElementsAre("[FMITools][None][OK] Set input u=1.0000000000000000e+00"));
     EXPECT_EQ(output.front(), '[');
-    const std::string time = output.substr(1, output.find(']') - 1);
-    EXPECT_EQ(std::ranges::count(time, ':'), 2) << time;
     EXPECT_THAT(fmu.log(), IsEmpty());
+}
+
+std::string localTime(std::time_t time) {
+    std::array<char, 200> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%c", std::localtime(&time))};
+}
+
+TEST(Log, TellsTheLocalTimeInTheFormOfTheLocale) {
+    LoadedFmu fmu("scripted");
+    const std::time_t begin = std::time(nullptr);
+    fmiToolsSetRealVariableValue(fmu, "u", 1.0);
+    std::vector<std::string> seconds;
+    for (std::time_t second = begin - 1; second <= std::time(nullptr); ++second) {
+        seconds.push_back('[' + localTime(second) + "][FMITools]");
+    }
+    const std::string line = readFile(fmu.logFile());
+    EXPECT_TRUE(std::ranges::any_of(seconds, [&](auto& text) { return line.starts_with(text); }))
+        << line;
+}
+
+/// True while something has the file open. Windows does not remove such a file.
+bool isHeld(const std::filesystem::path& file) {
+    if (std::filesystem::path::preferred_separator == '\\') {
+        std::error_code error;
+        return !std::filesystem::remove(file, error);
+    }
+    return std::ranges::any_of(std::filesystem::directory_iterator("/proc/self/fd"),
+                               [&](const auto& descriptor) {
+                                   std::error_code error;
+                                   return std::filesystem::equivalent(descriptor, file, error);
+                               });
+}
+
+TEST(Files, ThatAreReplacedStayOpenUntilTheEnd) {
+    const TemporaryDirectory directory;
+    LoadedFmu fmu("scripted");
+    const std::vector before{fmu.logFile(), fmu.resultsFile()};
+    fmiToolsSetRealVariableValue(fmu, "u", 1.0);
+    EXPECT_EQ(fmiToolsSetLogFile(fmu, narrow(directory / "second.out").c_str()), 0);
+    EXPECT_EQ(fmiToolsSetResultsFile(fmu, narrow(directory / "second.csv").c_str()), 0);
+    ASSERT_EQ(fmiToolsInitialize(fmu), 0);
+    EXPECT_EQ(fmiToolsSimulateToT(fmu, 0.5), 0);
+    EXPECT_EQ(fmu.log().size(), 1U);
+    EXPECT_EQ(fmu.rows().size(), 1U);
+    EXPECT_EQ(lines(readFile(directory / "second.csv")).size(), 2U);
+    EXPECT_THAT(before, testing::Each(testing::Truly(isHeld)));
+    fmu.cleanUp();
+    EXPECT_THAT(before, testing::Each(testing::Not(testing::Truly(isHeld))));
 }
 
 TEST(CleanUp, EndsTheLogAndGoesOnOnStandardOutput) {
@@ -407,6 +455,30 @@ TEST(CleanUp, TerminatesAndFreesTheSlaveOnceAndRunsTheScript) {
     const auto calls = lines(readFile(directory / "calls.txt"));
     EXPECT_EQ(Lines(calls.end() - 3, calls.end()), (Lines{"terminate", "freeInstance", "unload"}));
     EXPECT_EQ(readFile(directory / "cleaned.txt").substr(0, 1), ".");
+}
+
+/// What the clean-up prints about a script whose command has that many characters.
+std::vector<std::string> linesOfCleanUp(std::size_t commandLength) {
+    const std::string suffix = std::filesystem::path::preferred_separator == '\\' ? ".bat" : ".sh";
+    const std::string rest = "fmuclean" + suffix + " .";
+    const std::string scripts(commandLength - rest.size() - 1, 'd');
+    const TemporaryDirectory directory;
+    FmiToolsInstance* fmu =
+        fmiToolsLoadFmu(narrow(fmuPath("scripted")).c_str(), narrow(directory / "w").c_str(),
+                        (scripts + "/").c_str());
+    fmiToolsEnableDebugLogs(fmu, 1);
+    testing::internal::CaptureStdout();
+    fmiToolsCleanup(fmu);
+    return withoutTimes(testing::internal::GetCapturedStdout());
+}
+
+TEST(CleanUp, CallsNoScriptByACommandThatDoesNotFit260Characters) {
+    EXPECT_THAT(linesOfCleanUp(259), Contains(HasSubstr("[Debug] Calling cleanup script as: ddd")));
+    EXPECT_THAT(linesOfCleanUp(260),
+                ElementsAre("[FMITools][None][OK] Closing plugin",
+                            "[FMITools][None][OK] Closing library",
+                            HasSubstr("[Error] Cleanup script path is too long: ddd"),
+                            "[FMITools][None][OK] Closed plugin"));
 }
 
 TEST(CleanUp, ToleratesFilesThatWereNeverSet) {

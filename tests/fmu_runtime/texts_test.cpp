@@ -1,4 +1,5 @@
 #include "fmu_runtime/foreign_message.h"
+#include "fmu_runtime/log.h"
 #include "fmu_runtime/number_text.h"
 
 #include <gtest/gtest.h>
@@ -76,6 +77,18 @@ TEST(LogMessage, IsCutTo255Characters) {
               "-2147483648%");
 }
 
+TEST(LogLine, IsCutTo255CharactersWhoeverWritesIt) {
+    for (const std::size_t length : {std::size_t{255}, std::size_t{256}, std::size_t{300}}) {
+        testing::internal::CaptureStdout();
+        EXPECT_EQ(writeLogLine(nullptr, "FMISolver", "OK", "None", "%s",
+                               std::string(length, 'm').c_str()),
+                  0);
+        const std::string line = testing::internal::GetCapturedStdout();
+        EXPECT_EQ(line.substr(line.find(']') + 1),
+                  "[FMISolver][None][OK] " + std::string(255, 'm') + "\n");
+    }
+}
+
 std::string formatted(const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
@@ -93,7 +106,28 @@ TEST(ForeignMessage, IsFormattedAsByPrintf) {
     EXPECT_EQ(formatted("%hhd %hu %ld %llu", 300, 65537, 5L, ~0ULL), "44 1 5 18446744073709551615");
     EXPECT_EQ(formatted("%I64d %zu %u", 1LL << 40, std::size_t{9}, ~0U),
               "1099511627776 9 4294967295");
-    EXPECT_EQ(formatted("%c%c 100%% %Lg", 'o', 'k', 2.5L), "ok 100% 2.5");
+    EXPECT_EQ(formatted("%c%c 100%%", 'o', 'k'), "ok 100%");
+    const std::string longReal = platform::callersHaveLongDouble ? formatted("%Lg %d", 2.5L, 7)
+                                                                 : formatted("%Lg %d", 2.5, 7);
+    EXPECT_EQ(longReal, "2.5 7");
+}
+
+TEST(ForeignMessage, TakesTheArgumentsOfWhatTheWindowsCLibraryKnows) {
+    EXPECT_EQ(formatted("%hs %d", "narrow", 7), "narrow 7");
+    EXPECT_EQ(formatted("%S %d", L"wide", 7), "%S 7");
+    EXPECT_EQ(formatted("%ls %d", L"wide", 7), "%ls 7");
+    EXPECT_EQ(formatted("%ws %d", L"wide", 7), "%ws 7");
+    EXPECT_EQ(formatted("%C %d", 'w', 7), "%C 7");
+    EXPECT_EQ(formatted("%Iu %Id %d", ~std::size_t{0}, std::ptrdiff_t{-5}, 7),
+              "18446744073709551615 -5 7");
+    EXPECT_EQ(formatted("%I64d %I64u %I32d", -(1LL << 40), ~0ULL, 7),
+              "-1099511627776 18446744073709551615 7");
+}
+
+TEST(ForeignMessage, EndsWithACharacterThatEndsATextAsItsSecondPassWould) {
+    EXPECT_EQ(formatted("a%cb", 0), "a");
+    EXPECT_EQ(formatted("a%3cb", 0), "a  ");
+    EXPECT_EQ(formatted("a%-3cb", 0), "a");
 }
 
 TEST(ForeignMessage, TrustsNeitherFormatNorArguments) {
@@ -103,7 +137,9 @@ TEST(ForeignMessage, TrustsNeitherFormatNorArguments) {
     EXPECT_EQ(formatted("%s", static_cast<const char*>(nullptr)), "(null)");
     // NOLINTNEXTLINE(performance-no-int-to-ptr): it has to lead nowhere
     EXPECT_EQ(formatted("%s|", reinterpret_cast<const char*>(std::uintptr_t{8})), "(unreadable)|");
-    EXPECT_EQ(formatted("%ls|", L"wide"), "%ls|");
+    EXPECT_EQ(formatted(nullptr), "(null)");
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): it has to lead nowhere
+    EXPECT_EQ(formatted(reinterpret_cast<const char*>(std::uintptr_t{8})), "(unreadable)");
     EXPECT_EQ(formatted("50%, %y|"), "50%, %y|");
     EXPECT_EQ(formatted("end %"), "end %");
     EXPECT_EQ(formatted("%-"), "%-");

@@ -1,5 +1,5 @@
 #include "fmi_tools.h"
-#include "paths/current_directory.h"
+#include "support/current_directory.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

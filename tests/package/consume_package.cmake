@@ -14,12 +14,21 @@ file(GLOB archive "${work}/*.zip" "${work}/*.tar.gz")
 file(ARCHIVE_EXTRACT INPUT "${archive}" DESTINATION "${work}/installed")
 file(GLOB prefix "${work}/installed/*")
 
-foreach(expected include/fmi_tools.h share/fmi_tools/fmus/tyre.fmu share/doc/fmi_solver/LICENSE
-                 share/doc/fmi_solver/licences/libcli11-dev.txt)
+foreach(expected include/fmi_tools.h include/host/solver.h share/fmi_tools/fmus/tyre.fmu share/doc/fmi_solver/LICENSE)
   if(NOT EXISTS "${prefix}/${expected}")
     message(FATAL_ERROR "${archive} has no ${expected}")
   endif()
 endforeach()
+
+# Where the build took a library from a package of Debian, the archive has its licence.
+if(EXISTS /usr/share/doc/libcli11-dev/copyright
+   AND NOT EXISTS "${prefix}/share/doc/fmi_solver/licences/libcli11-dev.txt")
+  message(FATAL_ERROR "${archive} has no licence of CLI11")
+endif()
+file(GLOB binaries "${prefix}/bin/*" "${prefix}/lib/*.so")
+if(CHECK_BINARIES)
+  run(${CHECK_BINARIES} ${binaries})
+endif()
 
 run("${CMAKE_COMMAND}" -G Ninja -S "${SOURCE_DIR}/tests/package/consumer" -B "${work}/build"
     "-DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN}" "-Dfmi_tools_DIR=${prefix}/lib/cmake/fmi_tools" -DCMAKE_BUILD_TYPE=Release

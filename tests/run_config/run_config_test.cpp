@@ -1,7 +1,7 @@
 #include "platform/path_style.h"
 #include "run_config/build_information.h"
 #include "run_config/fmi_solver_options.h"
-#include "solver_plugin/run_paths.h"
+#include "run_config/run_paths.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -202,12 +202,29 @@ TEST(BuildInformation, NamesTheBuildAndTheToolChain) {
               "1.2.3-rc1; Compiled on Jan  5 2025; Branch main;");
     EXPECT_EQ(environmentText({}), "Compilation Environment: <unknown os>; <unknown compiler>; "
                                    "<unknown bits>; <unknown config>; <Unknown runtime>");
-    const ToolChain tools{true, 2021, 1929, true, true, true, true};
+    ToolChain tools{true, false, nullptr, 2021, 1929, true, true, true, true};
     EXPECT_EQ(environmentText(tools),
               "Compilation Environment: Windows; Intel Compiler 2021 - No Visual Studio (1929); "
               "x86_32; Release; Multithread Release DLL (/MD)");
-    EXPECT_NE(environmentText(toolChain()).find("; x86_32; "), std::string::npos);
+    tools = {true, false, "GCC 12.2.0", 0, 0, true, true, true, false};
+    EXPECT_EQ(environmentText(tools), "Compilation Environment: Windows; <unknown compiler>; "
+                                      "x86_32; Release; <Unknown runtime>");
+    tools = {false, true, "GCC 12.2.0", 0, 0, true, true, true, false};
+    EXPECT_EQ(environmentText(tools), "Compilation Environment: Linux; GCC 12.2.0; x86_64; "
+                                      "Release; <Unknown runtime>");
     EXPECT_TRUE(std::string(buildValues().commit).size() == 7);
+}
+
+TEST(BuildInformation, SaysOfThisBuildWhatItIs) {
+    const std::string text = run_config::environmentText(run_config::toolChain());
+#ifdef _WIN32
+    EXPECT_TRUE(text.starts_with("Compilation Environment: Windows; ")) << text;
+    EXPECT_NE(text.find("; x86_32; "), std::string::npos) << text;
+#else
+    EXPECT_TRUE(text.starts_with("Compilation Environment: Linux; ")) << text;
+    EXPECT_NE(text.find("; x86_64; "), std::string::npos) << text;
+    EXPECT_EQ(text.find("<unknown compiler>"), std::string::npos) << text;
+#endif
 }
 
 TEST(RunPaths, FollowTheStyleOfThePlatform) {
@@ -228,10 +245,10 @@ TEST(RunPaths, FollowTheStyleOfThePlatform) {
     };
 
     for (const auto& expected : cases) {
-        EXPECT_EQ(solver_plugin::runFileStem(expected.style, expected.directory, expected.fmu),
+        EXPECT_EQ(run_config::runFileStem(expected.style, expected.directory, expected.fmu),
                   expected.stem);
     }
-    using solver_plugin::scriptDirectoryFor;
+    using run_config::scriptDirectoryFor;
     EXPECT_EQ(scriptDirectoryFor(platform::windowsPaths, "C:\\runs\\case.xml"),
               "C:\\runs/FMITools/");
     EXPECT_EQ(scriptDirectoryFor(platform::windowsPaths, "C:\\a/b"), "C:\\a/FMITools/");

@@ -1,15 +1,15 @@
 // Every allocation that the solver's operations make, the host's answers to them included, fails
 // once.
 #include "create_solver.h"
-#include "faults/failing_allocator.h"
 #include "host/solver.h"
 #include "reference_host/simulation.h"
+#include "support/failing_allocator.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <stdexcept>
+#include <new>
 
 /// Asked for by the leak checker of the sanitizers, which knows nothing of hasNoResultsFile().
 /// Whether anything else is left, the test counts.
@@ -53,6 +53,8 @@ class PluginRuns {
         return readFile(directory_ / "shock_absorber.csv");
     }
 
+    [[nodiscard]] int failuresWhileParsing() const { return failuresWhileParsing_; }
+
     /// After this failure the runtime keeps what it has loaded.
     [[nodiscard]] bool hasNoResultsFile() const {
         return readFile(directory_ / "shock_absorber.out")
@@ -60,17 +62,18 @@ class PluginRuns {
     }
 
   private:
-    /// False when the solver is not there or throws what hosts are prepared for.
-    static bool drive(reference_host::Simulation& host) {
+    /// False when the solver is not there or memory runs out while its command line is parsed.
+    bool drive(reference_host::Simulation& host) {
         const Counting counting;
         const std::unique_ptr<Solver> solver(createSolver());
         if (solver == nullptr) {
             return false;
         }
+        solver->printBanner();
         try {
-            solver->printBanner();
             solver->parseCommandLine(host.modelManager());
-        } catch (const std::runtime_error&) {
+        } catch (const std::bad_alloc&) { // Nothing else: the command line is in order.
+            ++failuresWhileParsing_;
             return false;
         }
         solver->setUp(host.modelManager());
@@ -88,6 +91,7 @@ class PluginRuns {
 
     TemporaryDirectory directory_;
     std::string parameters_ = narrow(directory_ / "parameters.xml");
+    int failuresWhileParsing_ = 0;
 };
 
 TEST(PluginAllocation, FailsWithoutCrashLeakOrWrongSuccess) {
@@ -105,6 +109,7 @@ TEST(PluginAllocation, FailsWithoutCrashLeakOrWrongSuccess) {
         failures += succeeded ? 0 : 1;
     }
     EXPECT_GT(failures, 20);
+    EXPECT_GT(runs.failuresWhileParsing(), 5);
 }
 
 } // namespace

@@ -17,7 +17,9 @@
 
 namespace {
 
+using testing::internal::CaptureStderr;
 using testing::internal::CaptureStdout;
+using testing::internal::GetCapturedStderr;
 using testing::internal::GetCapturedStdout;
 using Lines = std::vector<std::string>;
 
@@ -127,6 +129,7 @@ TEST(Factory, TellsTheBuildOnTheConsoleAndTheBannerInTheHostsLog) {
 
     Lines banner;
     reference_host::setLogSink([&](Logger::Level level, const std::string& text) {
+        EXPECT_EQ(level, Logger::info);
         EXPECT_EQ(static_cast<int>(level), 3);
         EXPECT_TRUE(text.starts_with("FMISolver "));
         banner.push_back("PluginFMISolver: " + text.substr(10));
@@ -199,6 +202,18 @@ TEST(FailureCodes, EachHasItsOwnCause) {
     }
 }
 
+TEST(FailureCodes, OfSetUpTakesTheSolversOwnWayToTheSettings) {
+    HostRun run("no_such");
+    run.host.withholdSolution();
+    run.setUp();
+    EXPECT_EQ(run.host.failureCode(), 4);
+    CaptureStdout();
+    run.solver->solveTo(0.1);
+    EXPECT_NE(GetCapturedStdout().find("[Error] solveTo: the host gave no solution\n"),
+              std::string::npos);
+    EXPECT_EQ(run.host.failureCode(), 4);
+}
+
 TEST(FailureCodes, StayWhenLaterOperationsSucceed) {
     HostRun run("scripted", "-parameter script exitInitializationMode@1=error;doStep@1=error");
     auto& x = run.host.addOutputResult("x", "", 1);
@@ -268,6 +283,25 @@ TEST(KindCheck, ComparesTheFmuWithItsDeclaration) {
                   expected.thrown != none);
         run.solver->terminate();
     }
+}
+
+TEST(KindCheck, FollowsTheStartOfInitialisation) {
+    HostRun run("scripted", "-fmutype FTIRE -parameter script enterInitializationMode=error");
+    run.setUp();
+    EXPECT_EQ(errorOf([&] { run.solver->start(); }), "nothing was thrown");
+    EXPECT_EQ(run.host.failureCode(), 4);
+    EXPECT_EQ(run.log().back(), "Error Failed to initialise FMU");
+    run.solver->terminate();
+}
+
+TEST(Parameters, AreLoggedUpToTheLongestMessage) {
+    HostRun run("scripted", "-parameter label " + std::string(300, 'v'));
+    run.setUp();
+    run.solver->start();
+    const std::string start = "OK Setting parameter label=";
+    const std::size_t longest = std::string("OK ").size() + 255;
+    EXPECT_TRUE(contains(run.log(), start + std::string(longest - start.size(), 'v')));
+    run.solver->terminate();
 }
 
 TEST(Parameters, OfAFileAreAppliedInTheOrderOfTheirNames) {
@@ -417,10 +451,63 @@ TEST(FailedSetUp, LeavesEveryOperationCallable) {
     }
 }
 
-TEST(FailedSetUp, IsWhatAHostWithoutObjectsGets) {
+TEST(SetUp, TellsItsPathsOnStandardError) {
+    HostRun run("scripted");
+    CaptureStderr();
+    run.setUp();
+    const auto console = test_support::lines(GetCapturedStderr());
+    const std::string fmu = test_support::narrow(test_support::fmuPath("scripted"));
+    const std::string directory = test_support::narrow(run.directory.path());
+    const std::string log =
+        directory + static_cast<char>(std::filesystem::path::preferred_separator);
+    ASSERT_GE(console.size(), 3U);
+    EXPECT_EQ(Lines(console.begin(), console.begin() + 3),
+              (Lines{"FMUPath: " + fmu, "Working directory: " + directory,
+                     "Log file: " + log + "scripted.out"}));
+    run.solver->terminate();
+}
+
+TEST(MissingObjects, AreNamedInTheLog) {
+    HostRun run("scripted");
+    run.setUp();
+    run.solver->setModelManager(nullptr);
+    run.solver->applyInitialInputs(0);
+    run.solver->start();
+    run.solver->solveTo(0.1);
+    const auto log = run.log();
+    EXPECT_EQ(Lines(log.begin() + 4, log.end()),
+              (Lines{"Error applyInitialInputs: the host gave no model set-up",
+                     "Error applyInitialInputs: the host gave no model manager",
+                     "Error start: the host gave no solver settings",
+                     "Error start: the host gave no model manager",
+                     "Error solveTo: the host gave no model manager",
+                     "Error solveTo: the host gave no model manager"}));
+    EXPECT_EQ(run.host.failureCode(), 0);
+    run.solver->terminate();
+}
+
+TEST(HostExceptions, BecomeLinesOfTheLog) {
+    const std::unique_ptr<Solver> solver(createSolver());
+    CaptureStdout();
+    reference_host::setLogSink([](Logger::Level, const std::string&) { throw "no exception"; });
+    EXPECT_NO_THROW(solver->printBanner());
+    reference_host::setLogSink(
+        [](Logger::Level, const std::string&) { throw std::length_error("the log is full"); });
+    EXPECT_NO_THROW(solver->printBanner());
+    reference_host::setLogSink({});
+    const auto console = GetCapturedStdout();
+    for (const std::string line :
+         {"printBanner: the host threw something that is no std::exception\n",
+          "printBanner: the log is full\n"}) {
+        EXPECT_NE(console.find("[FMISolver][None][Error] " + line), std::string::npos) << console;
+    }
+}
+
+TEST(MissingObjects, LeaveEveryOperationCallable) {
     const std::unique_ptr<Solver> solver(createSolver());
     EXPECT_EQ(errorOf([&] { solver->parseCommandLine(nullptr); }),
               "Unable to parse command line - command line arguments unavailable");
+    CaptureStdout();
     EXPECT_NO_THROW({
         solver->setUp(nullptr);
         solver->applyInitialInputs(0);
@@ -431,6 +518,14 @@ TEST(FailedSetUp, IsWhatAHostWithoutObjectsGets) {
         solver->writeOutputs(0.1);
         solver->terminate();
     });
+    const auto console = GetCapturedStdout();
+    for (const char* operation : {"setUp", "applyInitialInputs", "start", "writeInitialOutputs",
+                                  "applyInputs", "solveTo", "writeOutputs"}) {
+        EXPECT_NE(console.find(std::string("[FMISolver][None][Error] ") + operation +
+                               ": the host gave no "),
+                  std::string::npos)
+            << operation;
+    }
 
     HostRun empty("scripted");
     empty.host.setCommandLine("");

@@ -1,4 +1,4 @@
-#include "faults/failing_allocator.h"
+#include "support/failing_allocator.h"
 
 #include <cstdlib>
 #include <new>

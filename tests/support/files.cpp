@@ -1,27 +1,19 @@
 #include "support/files.h"
 
 #include "platform/files.h"
+#include "platform/shared_library.h"
 
+#include <algorithm>
 #include <fstream>
 #include <iterator>
-#include <random>
 
 namespace test_support {
 
 namespace fs = std::filesystem;
 
-TemporaryDirectory::TemporaryDirectory(const fs::path& name) {
-    std::random_device random;
-    do {
-        root_ = fs::temp_directory_path() / ("fmi_solver_test_" + std::to_string(random()));
-    } while (!fs::create_directory(root_));
-    path_ = name.empty() ? root_ : root_ / name;
+TemporaryDirectory::TemporaryDirectory(const fs::path& name)
+    : path_(name.empty() ? root_.path() : root_ / name) {
     fs::create_directories(path_);
-}
-
-TemporaryDirectory::~TemporaryDirectory() {
-    std::error_code error;
-    fs::remove_all(root_, error);
 }
 
 std::string readFile(const fs::path& file) {
@@ -49,7 +41,12 @@ std::string narrow(const fs::path& path) {
 }
 
 fs::path fmuPath(std::string_view name) {
-    return fs::path(FMU_DIRECTORY) / (std::string(name) + ".fmu");
+    return fs::path(BUILD_DIRECTORY "/fmus") / (std::string(name) + ".fmu");
+}
+
+fs::path libraryPath(std::string_view name) {
+    return fs::path(BUILD_DIRECTORY "/" LIBRARY_FOLDER) /
+           (std::string(name) + platform::SharedLibrary::suffix());
 }
 
 } // namespace test_support

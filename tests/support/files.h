@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/temporary_directory.h"
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -13,11 +15,6 @@ class TemporaryDirectory {
     /// With a `name`, which may hold blanks and letters beyond ASCII, the directory is called so
     /// inside a unique one.
     explicit TemporaryDirectory(const std::filesystem::path& name = {});
-    ~TemporaryDirectory();
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-    TemporaryDirectory(TemporaryDirectory&&) = delete;
-    TemporaryDirectory& operator=(TemporaryDirectory&&) = delete;
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
@@ -26,7 +23,7 @@ class TemporaryDirectory {
     }
 
   private:
-    std::filesystem::path root_;
+    platform::TemporaryDirectory root_{"fmi_solver_test_"};
     std::filesystem::path path_;
 };
 
@@ -44,5 +41,8 @@ std::string narrow(const std::filesystem::path& path);
 
 /// Path of an example FMU of this build, such as "tyre" for tyre.fmu.
 std::filesystem::path fmuPath(std::string_view name);
+
+/// The file of a shared library that the build made, by the name that the file has without its ending.
+std::filesystem::path libraryPath(std::string_view name);
 
 } // namespace test_support

@@ -1,8 +1,8 @@
-#include "platform/process_memory.h"
+#include "support/process_memory.h"
 
 #include <sys/resource.h>
 
-namespace platform {
+namespace test_support {
 
 std::size_t peakMemory() {
     constexpr std::size_t unit = 1024;
@@ -11,4 +11,4 @@ std::size_t peakMemory() {
                                                : 0;
 }
 
-} // namespace platform
+} // namespace test_support

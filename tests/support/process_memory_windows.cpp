@@ -1,10 +1,10 @@
-#include "platform/process_memory.h"
+#include "support/process_memory.h"
 
 #include <windows.h>
 // Needs what windows.h declares.
 #include <psapi.h>
 
-namespace platform {
+namespace test_support {
 
 std::size_t peakMemory() {
     PROCESS_MEMORY_COUNTERS counters{};
@@ -13,4 +13,4 @@ std::size_t peakMemory() {
                : 0;
 }
 
-} // namespace platform
+} // namespace test_support

@@ -29,7 +29,7 @@ ProgramResult runProgram(const std::filesystem::path& program,
 }
 
 std::filesystem::path programPath(std::string_view name) {
-    return std::filesystem::path(PROGRAM_DIRECTORY) / (std::string(name) + PROGRAM_SUFFIX);
+    return std::filesystem::path(BUILD_DIRECTORY "/bin") / (std::string(name) + PROGRAM_SUFFIX);
 }
 
 } // namespace test_support

@@ -23,6 +23,8 @@ struct RunOptions {
     /// Asked again and again while the program runs; when it first answers true, the program gets
     /// what Ctrl-C sends. POSIX only: see canInterrupt.
     std::function<bool()> interruptWhen{};
+    /// It gets SIGTERM instead.
+    bool interruptsByTermination = false;
 };
 
 struct ProgramResult {

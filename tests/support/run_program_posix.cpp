@@ -46,7 +46,7 @@ int waitFor(pid_t process, const RunOptions& options, bool& timedOut) {
     int status = 0;
     while (waitpid(process, &status, WNOHANG) == 0) {
         if (!interruptSent && options.interruptWhen()) {
-            kill(process, SIGINT);
+            kill(process, options.interruptsByTermination ? SIGTERM : SIGINT);
             interruptSent = true;
         }
         if (!timedOut && std::chrono::steady_clock::now() >= deadline) {

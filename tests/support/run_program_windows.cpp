@@ -1,4 +1,4 @@
-#include "platform/command_line_windows.h"
+#include "platform/windows/command_line.h"
 #include "support/run_program_platform.h"
 
 #include <cstdlib>

@@ -1,5 +1,7 @@
-#include "example_fmus/scripted/actions.h"
+#include "tests/fmus/scripted/actions.h"
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -18,6 +20,16 @@ void sendMessage(const Action& action, const fmi2CallbackFunctions& functions,
     if (action.verb == "logf") {
         functions.logger(functions.componentEnvironment, name, status, category,
                          nullIfSaid(action.text), "text", 42, 2.5);
+    } else if (action.verb == "logAtOnce") {
+        const auto send = [&] {
+            for (int number = std::stoi(action.text); number > 0; --number) {
+                functions.logger(functions.componentEnvironment, name, status, category,
+                                 "message %d of a thread", number);
+            }
+        };
+        std::array<std::thread, 4> threads{std::thread(send), std::thread(send), std::thread(send),
+                                           std::thread(send)};
+        std::ranges::for_each(threads, &std::thread::join);
     } else if (action.verb == "logLong") {
         const std::string letters(std::stoul(action.text), 'x');
         functions.logger(functions.componentEnvironment, name, status, category, letters.c_str());
@@ -40,11 +52,28 @@ void callTool(const Action& action, const fmi2CallbackFunctions* functions,
     }
 }
 
+/** Its type information lives in this binary, and its destructor does, too. */
+struct ScriptedException {
+    ScriptedException() = default;
+    ScriptedException(const ScriptedException&) = default;
+
+    virtual ~ScriptedException() { text.clear(); }
+
+    std::string text = "An exception that nobody but its binary knows";
+};
+
 void affectProcess(const Action& action) {
     if (action.verb == "sleep") {
         std::this_thread::sleep_for(std::chrono::duration<double>(std::stod(action.text)));
+    } else if (action.verb == "throw") {
+        throw ScriptedException();
     } else if (action.verb == "abort") {
         std::abort();
+    } else if (action.verb == "exitOrderly") {
+        std::exit(std::stoi(action.text));
+    } else if (action.verb == "crash") {
+        volatile int* volatile nowhere = nullptr;
+        *nowhere = 0;
     } else if (action.verb == "exit") {
         std::_Exit(std::stoi(action.text));
     }

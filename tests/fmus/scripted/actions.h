@@ -5,7 +5,7 @@
 #pragma once
 
 #include "example_fmus/fmi2_functions.h"
-#include "example_fmus/scripted/script.h"
+#include "tests/fmus/scripted/script.h"
 
 #include <optional>
 #include <string>

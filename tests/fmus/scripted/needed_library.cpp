@@ -1,5 +1,5 @@
 // A library that a slave needs beside its own.
-#include "example_fmus/scripted/needed_library.h"
+#include "tests/fmus/scripted/needed_library.h"
 
 int neededNumber() {
     return 7;

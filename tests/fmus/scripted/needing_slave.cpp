@@ -1,6 +1,6 @@
 // Makes the binary that it is part of depend on the library beside it, from loading on.
-#include "example_fmus/scripted/needed_library.h"
-#include "example_fmus/scripted/slave_library.h"
+#include "tests/fmus/scripted/needed_library.h"
+#include "tests/fmus/scripted/slave_library.h"
 
 namespace {
 

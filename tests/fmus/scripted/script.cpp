@@ -1,10 +1,12 @@
-#include "example_fmus/scripted/script.h"
+#include "tests/fmus/scripted/script.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <initializer_list>
 #include <limits>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace {
@@ -39,7 +41,7 @@ constexpr std::array<std::string_view, 6> statusNames = {"ok",    "warning", "di
                                                          "error", "fatal",   "pending"};
 
 int parseStatus(std::string_view text) {
-    const auto* name = std::find(statusNames.begin(), statusNames.end(), text);
+    const auto name = std::find(statusNames.begin(), statusNames.end(), text);
     return name != statusNames.end() ? static_cast<int>(name - statusNames.begin())
                                      : parseNumber(text);
 }
@@ -123,13 +125,14 @@ Action Script::parseAction(std::string_view text) {
     std::string_view rest = text;
     Action action;
     action.verb = takeUntil(rest, " ");
-    if (isOneOf(action.verb, {"log", "logf", "logUnnamed", "logLong"})) {
+    if (isOneOf(action.verb, {"log", "logf", "logUnnamed", "logLong", "logAtOnce"})) {
         action.status = parseStatus(takeUntil(rest, " "));
         action.category = takeUntil(rest, " ");
         action.text = unescaped(rest);
     } else if (action.verb == "stepFinished") {
         action.status = parseStatus(trimmed(rest));
-    } else if (isOneOf(action.verb, {"value", "sleep", "exit", "refuse", "abort"})) {
+    } else if (isOneOf(action.verb, {"value", "sleep", "exit", "exitOrderly", "refuse", "throw",
+                                     "abort", "crash"})) {
         action.text = trimmed(rest);
     } else {
         action.verb.clear();

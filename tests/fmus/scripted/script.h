@@ -15,20 +15,30 @@
  * matter. ACTION is one of:
  *
  *     STATUS                 answer ok, warning, discard, error, fatal, pending or any number;
- * after an answer other than ok and warning the call leaves all values alone value VALUE a getter's
- * value instead of the variable's: a number, nan, inf, -inf, a text, or null for a null text log
- * STATUS CATEGORY MESSAGE send a message; the category null is a null pointer, so is the message
+ *                            after an answer other than ok and warning the call leaves all values
+ *                            alone
+ *     value VALUE            a getter's value instead of the variable's: a number, nan, inf, -inf,
+ *                            a text, or null for a null text
+ *     log STATUS CATEGORY MESSAGE
+ *                            send a message; the category null is a null pointer, so is the message
  *                            null; in the message \n is a line end, \s a semicolon
  *     logf STATUS CATEGORY MESSAGE
- *                            the same with the arguments ("text", 42, 2.5) for a format like "%s %d
- * %g" logUnnamed STATUS CATEGORY MESSAGE the same without arguments, with a null instance name
+ *                            the same with the arguments ("text", 42, 2.5) for a format like
+ *                            "%s %d %g"
+ *     logUnnamed STATUS CATEGORY MESSAGE
+ *                            the same without arguments, with a null instance name
  *     logLong STATUS CATEGORY LENGTH
  *                            send a message of that many letters x
+ *     logAtOnce STATUS CATEGORY COUNT
+ *                            send that many messages from each of four threads at once
  *     stepFinished STATUS    call the tool's stepFinished
  *     refuse                 instantiate: answer null
  *     sleep SECONDS          take that long
+ *     throw                  let an exception of a type of the binary's own leave the function
  *     abort                  end the process by std::abort
  *     exit CODE              end the process at once with that exit status
+ *     exitOrderly CODE       as exit() does
+ *     crash                  write to address 0
  *
  * `load`, `unload` and `instantiate` obey the environment variable SCRIPTED_FMU_SCRIPT only, which
  * also is an instance's script until its parameter `script` is set. A malformed statement is

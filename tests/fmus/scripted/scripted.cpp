@@ -1,10 +1,10 @@
 // A slave that does in every call what a script says (see script.h), and otherwise a little that is
 // easy to follow: x is the integral of gain * u over time, each output repeats its input, and the
 // String output `calls` lists the last 1000 calls, one a line.
-#include "example_fmus/scripted/actions.h"
-#include "example_fmus/scripted/call_text.h"
-#include "example_fmus/scripted/slave_library.h"
-#include "example_fmus/scripted/variables.h"
+#include "tests/fmus/scripted/actions.h"
+#include "tests/fmus/scripted/call_text.h"
+#include "tests/fmus/scripted/slave_library.h"
+#include "tests/fmus/scripted/variables.h"
 
 #include <algorithm>
 #include <deque>
@@ -40,7 +40,7 @@ class ScriptedSlave : public Slave {
     fmi2Status setInteger(References references, const fmi2Integer* values) override;
     fmi2Status setBoolean(References references, const fmi2Boolean* values) override;
     fmi2Status setString(References references, const fmi2String* values) override;
-    fmi2Status doStep(double time, double step) override;
+    fmi2Status doStep(const CommunicationStep& step) override;
 
     fmi2Status cancelStep() override { return plain("cancelStep"); }
 
@@ -63,6 +63,7 @@ class ScriptedSlave : public Slave {
     template <typename Value>
     fmi2Status statusAs(const char* call, fmi2StatusKind kind, Value& value);
 
+    void endLife();
     void useStartValues();
     void updateOutputs();
     void updateCalls();
@@ -82,6 +83,7 @@ ScriptedSlave::ScriptedSlave(const Instantiation& instantiation, Script script)
 bool ScriptedSlave::refuses(const Instantiation& instantiation) {
     return begin("instantiate",
                  instantiation.instanceName + " " + instantiation.resourceLocation +
+                     (instantiation.visible ? " visible" : "") +
                      (instantiation.loggingOn ? " logging" : ""),
                  {})
         .refused;
@@ -141,11 +143,20 @@ fmi2Status ScriptedSlave::statusAs(const char* call, fmi2StatusKind kind, Value&
     return answer.status.value_or(answer.value ? fmi2OK : fmi2Discard);
 }
 
-void ScriptedSlave::freeInstance() {
-    begin("freeInstance", "", {});
+void ScriptedSlave::endLife() {
     if (!std::exchange(freed_, true)) {
         slaveLibrary().bury(std::unique_ptr<Slave>(this));
     }
+}
+
+void ScriptedSlave::freeInstance() {
+    try {
+        begin("freeInstance", "", {});
+    } catch (...) {
+        endLife();
+        throw;
+    }
+    endLife();
 }
 
 fmi2Status ScriptedSlave::setDebugLogging(bool loggingOn) {
@@ -217,10 +228,12 @@ fmi2Status ScriptedSlave::setString(References references, const fmi2String* val
     });
 }
 
-fmi2Status ScriptedSlave::doStep(double time, double step) {
-    const Answer answer = begin("doStep", textOf(time) + " " + textOf(step), {});
+fmi2Status ScriptedSlave::doStep(const CommunicationStep& step) {
+    const Answer answer =
+        begin("doStep",
+              textOf(step.time) + " " + textOf(step.size) + (step.isFinal ? "" : " not final"), {});
     if (answer.allowsWork()) {
-        reals[real::x] += reals[real::gain] * reals[real::u] * step;
+        reals[real::x] += reals[real::gain] * reals[real::u] * step.size;
         ++integers[integer::steps];
     }
     return answer.status.value_or(fmi2OK);

@@ -1,6 +1,6 @@
-#include "example_fmus/scripted/slave_library.h"
+#include "tests/fmus/scripted/slave_library.h"
 
-#include "example_fmus/scripted/actions.h"
+#include "tests/fmus/scripted/actions.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -4,8 +4,8 @@
  */
 #pragma once
 
-#include "example_fmus/scripted/script.h"
 #include "example_fmus/slave/slave.h"
+#include "tests/fmus/scripted/script.h"
 
 #include <memory>
 #include <string>
@@ -22,8 +22,11 @@ class SlaveLibrary {
     /** Appends a line to the file that the environment variable SCRIPTED_FMU_RECORD names. */
     static void record(const std::string& call);
 
-    /** The script of the environment variable SCRIPTED_FMU_SCRIPT.
-     *  @throws std::invalid_argument when it is malformed */
+    /**
+     * The script of the environment variable SCRIPTED_FMU_SCRIPT.
+     *
+     * @throws std::invalid_argument when it is malformed.
+     */
     static Script environmentScript();
 
     /** Also makes the room that bury() will need: freeing an instance must not fail. */

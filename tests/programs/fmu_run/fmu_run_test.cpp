@@ -1,3 +1,4 @@
+#include "support/archive_writer.h"
 #include "support/run_program.h"
 
 #include <gtest/gtest.h>
@@ -5,6 +6,8 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <sstream>
 
 using test_support::fmuPath;
@@ -13,6 +16,7 @@ using test_support::narrow;
 using test_support::ProgramResult;
 using test_support::readFile;
 using test_support::RunOptions;
+using test_support::runProgram;
 using test_support::writeFile;
 
 namespace {
@@ -55,6 +59,28 @@ class FmuRun : public testing::Test {
         }
         values.erase(values.begin());
         return values;
+    }
+
+    /// An archive with a model description of these variables, and no library.
+    void writeModel(const std::string& name, const std::string& description,
+                    const std::string& variables,
+                    const std::vector<test_support::ArchiveEntry>& others = {},
+                    const std::string& stepSize = "0.1") {
+        std::vector<test_support::ArchiveEntry> entries{
+            {"modelDescription.xml",
+             R"(<fmiModelDescription fmiVersion="2.0" modelName="m" guid="g" description=")" +
+                 description + R"("><CoSimulation modelIdentifier="m"/><DefaultExperiment )" +
+                 R"(startTime="0" stopTime="1" stepSize=")" + stepSize + R"("/><ModelVariables>)" +
+                 variables + "</ModelVariables><ModelStructure/></fmiModelDescription>"}};
+        entries.insert(entries.end(), others.begin(), others.end());
+        test_support::writeArchive(directory / (name + ".fmu"), entries);
+    }
+
+    static std::string realParameter(const std::string& name, const std::string& description,
+                                     int valueReference = 0) {
+        return R"(<ScalarVariable causality="parameter" variability="fixed" name=")" + name +
+               R"(" description=")" + description + R"(" valueReference=")" +
+               std::to_string(valueReference) + R"("><Real start="1"/></ScalarVariable>)";
     }
 
     bool exists(const std::string& file) { return std::filesystem::exists(directory / file); }
@@ -128,9 +154,9 @@ TEST_F(FmuRun, GridIsReachedExactlyWhateverTheInterval) {
 }
 
 TEST_F(FmuRun, InputsAreInterpolatedWhenContinuousAndHeldOtherwise) {
-    writeFile(directory / "in.csv", "t,u,\"F[1]\",gain,selector,active,label,mode\r\n"
-                                    "0,0,10,1,1,false,first,1\r\n"
-                                    "0.4,4,10,3,2,true,\"b, c\",3\r\n");
+    writeFile(directory / "in.csv", "t,u,\"F[1]\",gain,selector,label,mode\r\n"
+                                    "0,0,10,1,1,first,1\r\n"
+                                    "0.4,4,10,3,2,\"b, c\",3\r\n");
     const auto result =
         runScripted({"--input-file", "in.csv", "--stop-time", "0.6", "--output-interval", "0.2"});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
@@ -140,9 +166,8 @@ TEST_F(FmuRun, InputsAreInterpolatedWhenContinuousAndHeldOtherwise) {
     expectNear(column("x[m]"), {0, 0, 0.4, 0.4 + 3 * 4 * 0.2});
     expectNear(column("P[1][Pa]"), {10, 10, 10, 10});
     for (const auto* line :
-         {"Set input selector=1\n", "Set input selector=2\n", "Set input active=0\n",
-          "Set input active=1\n", "Set input label=first\n", "Set input label=b, c\n",
-          "Set input mode=3\n"}) {
+         {"Set input selector=1\n", "Set input selector=2\n", "Set input label=first\n",
+          "Set input label=b, c\n", "Set input mode=3\n"}) {
         EXPECT_TRUE(contains(log(), line)) << line;
     }
 }
@@ -154,63 +179,6 @@ TEST_F(FmuRun, StartValuesOfEachTypeReachTheFmu) {
     EXPECT_EQ(column("mass[kg]").front(), -2.5);
     EXPECT_TRUE(contains(log(), "Set input offset=-7\n"));
     EXPECT_TRUE(contains(log(), "Set input label=two words\n"));
-}
-
-TEST_F(FmuRun, BadInputGetsOneLineAndStatusTwo) {
-    writeFile(directory / "no.fmu", "this is no archive");
-    writeFile(directory / "unknown.csv", "time,v\n0,1\n");
-    writeFile(directory / "output.csv", "time,y\n0,1\n");
-    writeFile(directory / "text.csv", "time,u\n0,1\n1,fast\n");
-    writeFile(directory / "integer.csv", "time,selector\n0,1.5\n");
-    writeFile(directory / "scripted.csv", "time,u\n0,1\n");
-
-    struct Case {
-        Arguments arguments;
-        std::string message;
-    };
-
-    const std::string& fmu = scripted;
-    const std::vector<Case> cases{
-        {{}, "MODEL is required"},
-        {{"missing.fmu"}, "there is no file 'missing.fmu'"},
-        {{"no.fmu"}, "cannot use 'no.fmu'"},
-        {{fmu, "--speed", "3"}, "--speed"},
-        {{fmu, "--stop-time", "abc"}, "--stop-time 'abc' is not a finite number"},
-        {{fmu, "--stop-time", "inf"}, "--stop-time 'inf' is not a finite number"},
-        {{fmu, "--start-time", "-1"}, "--start-time -1"},
-        {{fmu, "--start-time", "2"}, "the FMU's default stop-time 1 lies before --start-time 2"},
-        {{fmu, "--output-interval", "0"}, "--output-interval 0"},
-        {{fmu, "--output-interval", "1e-30"}, "--output-interval 1e-30"},
-        {{fmu, "--timeout", "-1"}, "--timeout"},
-        {{fmu, "--start-value", "masss", "1"}, "no variable 'masss'; did you mean 'mass'?"},
-        {{fmu, "--start-value", "mass", "1,5"}, "--start-value mass '1,5'"},
-        {{fmu, "--start-value", "offset", "1.5"}, "--start-value offset '1.5'"},
-        {{fmu, "--start-value", "enabled", "yes"}, "--start-value enabled 'yes'"},
-        {{fmu, "--input-file", "none.csv"}, "'none.csv'"},
-        {{fmu, "--input-file", "unknown.csv"}, "column 'v' of 'unknown.csv'"},
-        {{fmu, "--input-file", "output.csv"}, "column 'y' of 'output.csv' is no input"},
-        {{fmu, "--input-file", "text.csv"}, "text.csv:3: the value 'fast' in column 'u'"},
-        {{fmu, "--input-file", "integer.csv"},
-         "integer.csv:2: the value in column 'selector' '1.5'"},
-        {{fmu, "--input-file", "scripted.csv"}, "would overwrite the input file"},
-        {{fmu, "--output-file", fmu}, "would overwrite the FMU"},
-        {{fmu, "--output-file", "none/x.csv"}, "cannot write the results file 'none/x.csv'"},
-        {{fmu, "--log-file", "none/x.out"}, "cannot write the log file 'none/x.out'"},
-        {{fmu, "--plot", "x.pdf"}, "ends in .svg or .png"},
-        {{fmu, "--plot", "x.svg", "--plot-columns", "energy"}, "'energy' has no results"},
-        {{fmu, "--info", "--validate"}, "--info"},
-        {{narrow(fmuPath("scripted_other_platform"))}, "it has no library for "},
-        {{narrow(fmuPath("scripted_missing_function"))}, "its library does not load"}};
-    const auto input = readFile(directory / "scripted.csv");
-    for (const auto& [arguments, message] : cases) {
-        const auto result = run(arguments);
-        EXPECT_EQ(result.exitStatus, 2) << message;
-        EXPECT_TRUE(contains(result.error, message)) << message << " is not in " << result.error;
-        EXPECT_EQ(lines(result.error).size(), 1U) << result.error;
-        EXPECT_EQ(result.output, "") << message;
-    }
-    EXPECT_EQ(readFile(directory / "scripted.csv"), input);
-    EXPECT_FALSE(exists("scripted.out"));
 }
 
 TEST_F(FmuRun, FailedFmuGetsStatusOneNamesTheLogAndKeepsItsRows) {
@@ -231,7 +199,7 @@ TEST_F(FmuRun, FailedFmuGetsStatusOneNamesTheLogAndKeepsItsRows) {
             runScripted({"--start-value", "script", script, "--start-value", "u", "3"});
         EXPECT_EQ(result.exitStatus, 1) << script;
         EXPECT_TRUE(contains(result.error, message)) << result.error;
-        EXPECT_TRUE(contains(result.error, "see the log 'scripted.out'")) << result.error;
+        EXPECT_TRUE(contains(result.error, "its log 'scripted.out' says: [")) << result.error;
         EXPECT_EQ(lines(readFile(directory / "scripted.csv")).size(), rows + 1) << script;
         EXPECT_TRUE(contains(log(), "Closing plugin")) << script;
     }
@@ -244,14 +212,7 @@ TEST_F(FmuRun, RefusedInstantiationShowsWhatTheFmuSaid) {
                           "instantiate=log error logStatusError No licence; instantiate=refuse"}}});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_TRUE(contains(result.error, "[Error] No licence\n")) << result.error;
-    EXPECT_TRUE(contains(result.error, "it could not enter its initialisation")) << result.error;
-}
-
-TEST_F(FmuRun, AbortInAStepLeavesEveryEarlierRowAndLine) {
-    const auto result = runScripted({"--start-value", "script", "doStep@4=abort"});
-    EXPECT_NE(result.exitStatus, 0);
-    EXPECT_EQ(column("time[s]").size(), 4U);
-    EXPECT_TRUE(contains(log(), "Attempting step to t=4.0000000000000002e-01\n"));
+    EXPECT_TRUE(contains(result.error, "it refused to be instantiated")) << result.error;
 }
 
 TEST_F(FmuRun, InterruptAndTimeoutEndBetweenTwoSteps) {
@@ -332,9 +293,9 @@ TEST_F(FmuRun, ParametersFileHoldsEveryParameterWithItsStartValue) {
     const std::vector<std::vector<std::string>> expected{{"gain", "Real", "1"},
                                                          {"mass", "Real", "2"},
                                                          {"offset", "Integer", "3"},
-                                                         {"enabled", "Boolean", "1"},
                                                          {"script", "String", ""}};
     EXPECT_EQ(found, expected);
+    EXPECT_TRUE(contains(result.output, "<!-- enabled is left out: offset has its value ref"));
     EXPECT_TRUE(contains(result.output, "<!-- Mass for the energy [kg], start value 2 -->"));
 }
 
@@ -349,7 +310,8 @@ TEST_F(FmuRun, ValidationCountsErrors) {
     };
 
     const std::vector<Case> cases{
-        {scripted, "", 0, "0 errors, 0 warnings"},
+        {scripted, "", 0, "0 errors, 2 warnings"}, // of the Booleans
+        {scripted, "", 0, "the Boolean 'active' has the value reference of 'selector'"},
         {narrow(fmuPath("tyre")), "", 0, "0 errors, 0 warnings"},
         {scripted, "exitInitializationMode=error", 1, "cannot be initialised"},
         {scripted, "doStep=discard", 1, "the first step, to t = 0.1 s, failed"},
@@ -362,8 +324,142 @@ TEST_F(FmuRun, ValidationCountsErrors) {
             run({model, "--validate"}, {.environment = {{"SCRIPTED_FMU_SCRIPT", script}}});
         EXPECT_EQ(result.exitStatus, errors) << result.output;
         EXPECT_TRUE(contains(result.output, finding)) << finding << " is not in " << result.output;
-        EXPECT_EQ(result.error, "");
+        EXPECT_FALSE(contains(result.error, "fmu_run: ")) << result.error;
     }
+}
+
+TEST_F(FmuRun, TextsOfAnFmuAreShownAndNotObeyed) {
+    const std::string hostile = "a&#x9B;31mb&#x7F;c&#x9D;0;d&#xD;";
+    writeModel("hostile", hostile, realParameter(hostile + "name", hostile));
+    const std::string text = "a\xC2\x9B"
+                             "31mb\x7F"
+                             "c\xC2\x9D"
+                             "0;d\r";
+    const std::string shown = "a\\x9B31mb\\x7Fc\\x9D0;d";
+    for (const auto* option : {"--info", "--info=json", "--write-parameters", "--validate"}) {
+        const auto result = run({"hostile.fmu", option});
+        for (const auto* raw : {"\xC2\x9B", "\xC2\x9D", "\x7F"}) {
+            EXPECT_FALSE(contains(result.output + result.error, raw)) << option;
+        }
+    }
+    EXPECT_TRUE(contains(run({"hostile.fmu", "--info"}).output, shown));
+    const auto json = nlohmann::json::parse(run({"hostile.fmu", "--info=json"}).output);
+    EXPECT_EQ(json["description"], text);
+    EXPECT_EQ(json["variables"][0]["name"], text + "name");
+    pugi::xml_document document;
+    const auto parameters = run({"hostile.fmu", "--write-parameters"}).output;
+    ASSERT_TRUE(document.load_string(parameters.c_str())) << parameters;
+    EXPECT_EQ(
+        document.child("FMUSettings").first_child().child("Parameter").attribute("Name").value(),
+        text + "name");
+    const auto refused = run({"hostile.fmu", "--start-value", text, "1"});
+    EXPECT_EQ(refused.exitStatus, 2);
+    EXPECT_TRUE(contains(refused.error, "did you mean '" + shown)) << refused.error;
+}
+
+TEST_F(FmuRun, InformationComesFromTheModelDescriptionAlone) {
+    writeModel("alone", "text", realParameter("mass", "Mass"),
+               {{"../outside", "refused when it is unpacked"},
+                {"binaries/linux64/model.so", "a library"},
+                {"binaries/win64/", ""},
+                {"binaries/win32/readme.txt", "no library"},
+                {"binaries/linux32/folder/model.so", "not where it is looked for"}});
+    const auto result = run({"alone.fmu", "--info=json"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    const auto json = nlohmann::json::parse(result.output);
+    EXPECT_EQ(json["platforms"], nlohmann::json::array({"linux64"}));
+    EXPECT_EQ(json["variables"][0]["name"], "mass");
+    writeModel("twice", "text", "", {{"modelDescription.xml", "<another/>"}});
+    EXPECT_TRUE(contains(run({"twice.fmu", "--info"}).error, "it has two modelDescription.xml"));
+    test_support::writeArchive(directory / "none.fmu", {{"readme.txt", "no FMU"}});
+    EXPECT_TRUE(contains(run({"none.fmu", "--info"}).error, "it has no modelDescription.xml"));
+}
+
+TEST_F(FmuRun, TableCutsWhatIsLongAndJsonDoesNot) {
+    const std::string name(10'000, 'n');
+    std::string variables = realParameter(name, "\xC3\xA4" + name);
+    for (int i = 0; i < 1000; ++i) {
+        variables += realParameter("x" + std::to_string(i), "short", i + 1);
+    }
+    writeModel("long", name, variables);
+    const auto table = run({"long.fmu", "--info"}).output;
+    EXPECT_LT(table.size(), 300'000U);
+    EXPECT_TRUE(contains(table, "\n" + std::string(57, 'n') + "...  Real"));
+    const auto json = nlohmann::json::parse(run({"long.fmu", "--info=json"}).output);
+    EXPECT_EQ(json["variables"][0]["name"], name);
+}
+
+TEST_F(FmuRun, NoStepOfAnFmuMakesARunEndless) {
+    for (const auto* step : {"0", "-1", "1e-12", "1e-320", "NaN"}) {
+        writeModel("steps", "", realParameter("x", ""), {}, step);
+        const auto result = run({"steps.fmu"}, {.timeout = std::chrono::seconds(30)});
+        EXPECT_EQ(result.exitStatus, 2) << step;
+        EXPECT_FALSE(result.timedOut) << step;
+    }
+}
+
+TEST_F(FmuRun, FilesOfAnEarlierRunAreGoneBeforeTheFmuIsLoaded) {
+    for (const auto* name : {"scripted.csv", "scripted.out", "old.svg"}) {
+        writeFile(directory / name, "an earlier run's");
+    }
+    EXPECT_EQ(runScripted({"--start-value", "mass", "heavy"}).exitStatus, 2);
+    EXPECT_TRUE(exists("scripted.csv")) << "there is no newer run";
+    const auto result = runScripted(
+        {"--plot", "old.svg"}, {.environment = {{"SCRIPTED_FMU_SCRIPT", "instantiate=abort"}}});
+    EXPECT_NE(result.exitStatus, 0);
+    for (const auto* name : {"scripted.csv", "scripted.out", "old.svg"}) {
+        EXPECT_NE(readFile(directory / name), "an earlier run's") << name;
+    }
+}
+
+TEST_F(FmuRun, OutputThatGoesNowhereIsAnErrorAndNoHang) {
+    if (!test_support::canInterrupt) {
+        GTEST_SKIP() << "there is no shell to close streams with";
+    }
+    const auto program = "'" + narrow(test_support::programPath("fmu_run")) + "' ";
+    const auto model = "'" + scripted + "' ";
+
+    struct Case {
+        std::string command;
+        int exitStatus;
+        std::string message;
+    };
+
+    const std::vector<Case> cases{
+        {program + model + ">&-", 1, "cannot write to standard output"},
+        {program + model + "-q >&-", 0, ""},
+        {program + model + "--info >/dev/full", 1, "standard output: No space left on device"},
+        {program + model + "--info=json >/dev/full", 1, "cannot write to standard output"},
+        {program + "--help >/dev/full", 1, "cannot write to standard output"},
+        {"mkfifo pipe; " + program + model + "--output-file pipe", 1, "'pipe': it is a pipe"},
+        {program + model + "--log-file pipe", 1, "'pipe': it is a pipe"},
+        {"mkfifo p.svg; " + program + model + "--plot p.svg", 1, "'p.svg': it is a pipe"},
+        {"ln -s gone link; " + program + model + "--output-file link", 1, "'link': it is a link"}};
+    for (const auto& [command, exitStatus, message] : cases) {
+        const auto result =
+            runProgram("/bin/sh", {"-c", command},
+                       {.workingDirectory = directory.path(), .timeout = std::chrono::seconds(30)});
+        EXPECT_EQ(result.exitStatus, exitStatus) << command << result.error;
+        EXPECT_TRUE(contains(result.error, message)) << command << result.error;
+    }
+    EXPECT_FALSE(exists("gone"));
+    const auto closed = program + model + "-q <&- >&- 2>&-";
+    runProgram("/bin/sh", {"-c", closed}, {.workingDirectory = directory.path()});
+    EXPECT_TRUE(readFile(directory / "scripted.csv").starts_with("time[s],"));
+    EXPECT_TRUE(contains(log(), "Closing plugin"));
+}
+
+TEST_F(FmuRun, TerminationEndsARunInOrder) {
+    if (!test_support::canInterrupt) {
+        GTEST_SKIP() << "there is nobody to send the signal";
+    }
+    const auto result = runScripted(
+        {"--start-value", "script", "doStep=sleep 0.02", "--stop-time", "1000"},
+        {.interruptWhen = [this] { return lines(readFile(directory / "scripted.csv")).size() > 3; },
+         .interruptsByTermination = true});
+    EXPECT_EQ(result.exitStatus, 130);
+    EXPECT_TRUE(contains(result.error, "interrupted at t = ")) << result.error;
+    EXPECT_TRUE(contains(log(), "Closing plugin"));
 }
 
 TEST_F(FmuRun, BlanksAndOtherLettersInPaths) {
@@ -422,17 +518,21 @@ TEST_F(FmuRun, ManualPageAndCompletionKnowTheOptionsOfHelp) {
     EXPECT_FALSE(contains(help.output, "--man-page"));
 }
 
-TEST_F(FmuRun, PlotShowsTheChosenColumnsOrSaysWhatIsMissing) {
-    const Arguments plot{"--plot", "it's.svg", "--plot-columns", "x,P[1]"};
-    const auto drawn = runScripted(plot);
-    if (drawn.exitStatus == 0) {
-        const auto picture = readFile(directory / "it's.svg");
-        for (const auto* text : {">x<", ">P[1]<", ">[Pa]<", ">[m]<", ">time [s]<"}) {
-            EXPECT_TRUE(contains(picture, text)) << text;
-        }
-        EXPECT_FALSE(contains(picture, ">y<"));
+TEST_F(FmuRun, PlotShowsTheChosenColumns) {
+    const auto drawn = runScripted({"--plot", "it's.svg", "--plot-columns", "x,P[1]"});
+    if (contains(drawn.error, "gnuplot is not there")) {
+        GTEST_SKIP() << "no picture to look at: gnuplot is not installed";
     }
-    const auto missing = runScripted(plot, {.environment = {{"PATH", "."}}});
+    EXPECT_EQ(drawn.exitStatus, 0) << drawn.error;
+    const auto picture = readFile(directory / "it's.svg");
+    for (const auto* text : {">x<", ">P[1]<", ">[Pa]<", ">[m]<", ">time [s]<"}) {
+        EXPECT_TRUE(contains(picture, text)) << text;
+    }
+    EXPECT_FALSE(contains(picture, ">y<"));
+}
+
+TEST_F(FmuRun, ResultsAreThereWhenGnuplotIsNot) {
+    const auto missing = runScripted({"--plot", "x.svg"}, {.environment = {{"PATH", "."}}});
     EXPECT_EQ(missing.exitStatus, 2);
     EXPECT_TRUE(contains(missing.error, "gnuplot is not there; install it")) << missing.error;
     EXPECT_EQ(column("time[s]").size(), 11U);

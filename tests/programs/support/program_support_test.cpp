@@ -1,15 +1,27 @@
-#include "program_support/csv_table.h"
-#include "program_support/input_error.h"
-#include "program_support/interrupt.h"
-#include "program_support/number_text.h"
-#include "program_support/plot.h"
-#include "program_support/progress_bar.h"
+#include "platform/child_process.h"
+#include "platform/terminal.h"
+#include "programs/support/csv_table.h"
+#include "programs/support/early_end.h"
+#include "programs/support/exit_status.h"
+#include "programs/support/input_error.h"
+#include "programs/support/number_text.h"
+#include "programs/support/output_files.h"
+#include "programs/support/plot.h"
+#include "programs/support/plot_options.h"
+#include "programs/support/progress_bar.h"
+#include "programs/support/step_grid.h"
+#include "programs/support/terminal_text.h"
+#include "support/current_directory.h"
 #include "support/environment.h"
 #include "support/files.h"
+#include "support/run_program.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
+#include <sstream>
+#include <utility>
 
 using namespace program_support;
 using test_support::TemporaryDirectory;
@@ -63,6 +75,9 @@ TEST(NumberText, ShortestTextReadsBack) {
     EXPECT_EQ(shortNumber(0.1), "0.1");
     EXPECT_EQ(numberIn(shortNumber(1.0 / 3.0)), 1.0 / 3.0);
     EXPECT_EQ(roundedNumber(2.0 / 3.0, 3), "0.667");
+    for (const auto* text : {"0", "200000", "-0.0001", "2e-05", "1e+15"}) {
+        EXPECT_EQ(plainNumber(*numberIn(text)), text);
+    }
 }
 
 TEST_F(CsvTableTest, ReadsByteOrderMarkQuotesAndBothLineEnds) {
@@ -73,8 +88,6 @@ TEST_F(CsvTableTest, ReadsByteOrderMarkQuotesAndBothLineEnds) {
     EXPECT_EQ(table.time(1), 0.5);
     EXPECT_EQ(table.value(1, 2), 40.0);
     EXPECT_EQ(table.text(0, 3), "x, y");
-    EXPECT_EQ(table.columnOf("F[1]"), 1U);
-    EXPECT_FALSE(table.columnOf("f[1]"));
 }
 
 TEST_F(CsvTableTest, InterpolatesAndHolds) {
@@ -86,7 +99,7 @@ TEST_F(CsvTableTest, InterpolatesAndHolds) {
                                                       {3.0, 20.0, 40.0}, {9.0, 0.0, 0.0}};
     for (const auto& [time, linear, hold] : expected) {
         EXPECT_DOUBLE_EQ(table.interpolateLinearly(1, time), linear) << time;
-        EXPECT_EQ(table.hold(1, time), hold) << time;
+        EXPECT_EQ(table.value(table.rowAt(time), 1), hold) << time;
     }
 }
 
@@ -113,7 +126,7 @@ TEST_F(CsvTableTest, TextWhereANumberIsNeeded) {
     const auto table = read("t,x\n0,1\n1,one\n");
     EXPECT_EQ(table.value(0, 1), 1.0);
     EXPECT_THROW(table.requireNumbers(1), InputError);
-    EXPECT_THROW(static_cast<void>(table.hold(1, 1.0)), InputError);
+    EXPECT_THROW(static_cast<void>(table.value(1, 1)), InputError);
     EXPECT_NO_THROW(table.requireNumbers(0));
 }
 
@@ -166,13 +179,190 @@ TEST(ProgressBar, TellsTimeAndRealTimeFactor) {
               "[##############################] 100 %  t = 1 of 1 s");
 }
 
-TEST(InterruptGuard, SignalIsNotedAndHandlersComeBack) {
+TEST(StepGrid, ComputesEachPointAndEndsAtTheStopTime) {
+    struct Case {
+        double start;
+        double stop;
+        double step;
+        std::vector<double> points;
+    };
+
+    const std::vector<Case> cases{{0.0, 1.0, 0.3, {0.0, 0.3, 0.6, 3 * 0.3, 1.0}},
+                                  {0.25, 1.0, 0.5, {0.25, 0.75, 1.0}},
+                                  {0.0, 0.3, 0.1, {0.0, 0.1, 0.2, 0.3}}, // 3 * 0.1 lies beyond 0.3
+                                  {0.0, 1.0000001, 1.0, {0.0, 1.0000001}}, // a rest of rounding
+                                  {0.0, 1e-7, 1.0, {0.0, 1e-7}},
+                                  {2.0, 2.0, 1.0, {2.0}}};
+    for (const Case& c : cases) {
+        const StepGrid grid(c.start, c.stop, c.step);
+        std::vector<double> points;
+        for (std::int64_t step = 0; step <= grid.stepCount(); ++step) {
+            points.push_back(grid.timeAt(step));
+        }
+        EXPECT_EQ(points, c.points) << c.stop << " by " << c.step;
+    }
+    EXPECT_EQ(StepGrid(0.0, 1e4, 1e-3).timeAt(9'999'999), 9'999'999 * 1e-3);
+}
+
+TEST_F(CsvTableTest, TakesAHeaderOfManyColumns) {
+    std::string header = "t";
+    std::string row = "0";
+    for (int column = 0; column < 300'000; ++column) {
+        header += ",column" + std::to_string(column);
+        row += ",1";
+    }
+    EXPECT_EQ(read(header + '\n' + row + '\n').names().size(), 300'001U);
+    EXPECT_NE(errorOf(header + ",column7\n").find("two columns 'column7'"), std::string::npos);
+}
+
+TEST_F(CsvTableTest, PlotTakesNoTextForACommand) {
+    const std::vector<std::string> names{"`touch made`", "'; system 'touch made' #",
+                                         "\"; system \"touch made\"; \"", "{/Symbol a}_b^c",
+                                         "@macro $(touch made) \\x\xC2\x9B\x1B[2Jy"};
+    std::string header = "time";
+    for (const auto& name : names) {
+        std::string doubled;
+        for (const char c : name) {
+            doubled.append(c == '"' ? 2 : 1, c);
+        }
+        header += ",\"" + doubled + "[`touch made`'\"";
+        header.insert(header.size() - 1, "]");
+    }
+    read(header + "\n0,1,2,3,4,5\n1,2,3,4,5,6\n");
+    const auto image = directory / "it's `touch made`.svg";
+    try {
+        plot({path(), test_support::narrow(image), names});
+    } catch (const InputError& error) {
+        GTEST_SKIP() << error.what();
+    }
+    const auto picture = test_support::readFile(image);
+    for (const auto* text : {">`touch made`<", "system 'touch made' #", "{/Symbol a}_b^c",
+                             "\\x\\x9B\\x1B[2Jy", "[`touch made`']"}) {
+        EXPECT_NE(picture.find(text), std::string::npos) << text;
+    }
+    for (const auto& made : {directory / "made", std::filesystem::path("made")}) {
+        EXPECT_FALSE(std::filesystem::exists(made)) << made;
+    }
+}
+
+TEST_F(CsvTableTest, PlotTakesGnuplotFromAbsolutePlacesOnly) {
+    read("time,x\n0,1\n");
+    const CurrentDirectory here(directory.path());
+    const auto suffix = platform::programPlaces.suffix;
+    const auto image = test_support::narrow(directory / "image.svg");
+    const auto errorWith = [&](const std::string& places) -> std::string {
+        const test_support::ScopedEnvironment path("PATH", places);
+        try {
+            plot({this->path(), image, {"x"}});
+        } catch (const InputError& error) {
+            return error.what();
+        }
+        return "no error";
+    };
+    const auto planted = directory / (std::string("gnuplot") + suffix);
+    std::filesystem::copy_file(test_support::programPath("fmu_run"), planted);
+    for (const std::string places : {"", ".", "no such directory", ".."}) {
+        EXPECT_NE(errorWith(places).find("gnuplot is not there"), std::string::npos) << places;
+    }
+    EXPECT_NE(errorWith(test_support::narrow(directory.path())).find("could not draw"),
+              std::string::npos);
+}
+
+TEST(TerminalText, LeavesNothingThatATerminalObeys) {
+    const std::vector<std::pair<std::string, std::string>> texts{
+        {"Größe in µm, 10 €, 𝄞\tand more\n", "Größe in µm, 10 €, 𝄞\tand more\n"},
+        {"\x1B]0;title\x07", "\\x1B]0;title\\x07"},
+        {std::string("nul\0, CR\r, DEL\x7F", 15), "nul\\x00, CR\\x0D, DEL\\x7F"},
+        {"C1 \xC2\x9B\xC2\x80, no-break\xC2\xA0", "C1 \\x9B\\x80, no-break\xC2\xA0"}};
+    for (const auto& [text, shown] : texts) {
+        EXPECT_EQ(terminalText(text), shown);
+    }
+    if (platform::narrowTextsAreUtf8()) {
+        EXPECT_EQ(terminalText("\x9B[2J \xC3( \xC0\x9B \xE0\x80\x9B \xED\xA0\x80 \xF5 \xE2\x82"),
+                  "\\x9B[2J \\xC3( \\xC0\\x9B \\xE0\\x80\\x9B \\xED\\xA0\\x80 \\xF5 \\xE2\\x82");
+    }
+    EXPECT_EQ(terminalJson("{\"a\": \"\xC2\x9B\x7F\"}\n"), "{\"a\": \"\\u009B\\u007F\"}\n");
+    EXPECT_EQ(terminalXml("<a b='\xC2\x9B'>\t\x7F\r</a>\n"), "<a b='&#x9B;'>\t&#x7F;&#x0D;</a>\n");
+}
+
+TEST(TerminalText, StreamCleansCharactersThatComeInPieces) {
+    std::ostringstream target;
+    {
+        const TerminalStream clean(target);
+        for (const char piece : std::string("\xE2\x82\xAC \xC2\x9B \x1B a\r\nb\r")) {
+            target << piece << std::flush;
+        }
+        target << "c \xC2";
+    }
+    const auto end = platform::narrowTextsAreUtf8() ? "\\xC2" : "\xC2";
+    EXPECT_EQ(target.str(), std::string("\xE2\x82\xAC \\x9B \\x1B a\nb\\x0Dc ") + end);
+    EXPECT_TRUE(target.good());
+}
+
+TEST_F(CsvTableTest, OutputFilesMakeWayOrTellTheReason) {
+    const auto file = directory / "old.csv";
+    test_support::writeFile(file, "an earlier run's");
+    clearOutputFile(test_support::narrow(file), "results file", "--output-file");
+    EXPECT_FALSE(std::filesystem::exists(file));
+    const auto error = [&](const std::filesystem::path& path) -> std::string {
+        try {
+            writeOutputFile(test_support::narrow(path), "content", "picture", "--plot");
+        } catch (const std::runtime_error& problem) {
+            return problem.what();
+        }
+        return "no error";
+    };
+    EXPECT_EQ(error(file), "no error");
+    EXPECT_EQ(test_support::readFile(file), "content");
+    EXPECT_NE(error(directory / "none" / "x.svg").find("x.svg': "), std::string::npos)
+        << error(directory / "none" / "x.svg");
+    std::error_code unsupported;
+    std::filesystem::create_symlink(directory / "gone", directory / "link", unsupported);
+    if (!unsupported) {
+        EXPECT_NE(error(directory / "link").find("a link to a file that is not there"),
+                  std::string::npos);
+        EXPECT_THROW(clearOutputFile(test_support::narrow(directory / "link"), "log", "--log"),
+                     std::runtime_error);
+        EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
+    }
+}
+
+TEST(EarlyEnd, IsDueAfterASignalOrTheTimeoutAndHandlersComeBack) {
     const auto before = std::signal(SIGINT, SIG_IGN);
     {
-        const InterruptGuard guard;
-        EXPECT_FALSE(interrupted());
-        std::raise(SIGINT);
-        EXPECT_TRUE(interrupted());
+        const EarlyEnd earlyEnd(1000.0);
+        EXPECT_FALSE(earlyEnd.isDue());
+        EXPECT_EQ(earlyEnd.reason(), "");
+        std::raise(SIGTERM);
+        EXPECT_TRUE(earlyEnd.isDue());
+        EXPECT_EQ(earlyEnd.reason(), "interrupted");
     }
     EXPECT_EQ(std::signal(SIGINT, before), SIG_IGN);
+    EXPECT_EXIT(
+        {
+            const EarlyEnd earlyEnd(std::nullopt);
+            std::raise(SIGINT);
+            std::raise(SIGTERM);
+        },
+        [](int status) { return status != 0; }, "");
+    const EarlyEnd over(0.0);
+    EXPECT_TRUE(over.isDue());
+    EXPECT_EQ(over.reason(), "stopped after --timeout 0 s");
+    EXPECT_FALSE(EarlyEnd(std::nullopt).isDue());
+}
+
+TEST(PlotOptions, ChooseTheFirstColumnsOrTheNamedOnes) {
+    const std::vector<std::string> offered(13, "x");
+    EXPECT_EQ(columnsToPlot({"p.svg", ""}, offered).size(), 12U);
+    EXPECT_EQ(columnsToPlot({"p.svg", ""}, {"a", "b"}), (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(columnsToPlot({"p.svg", "A[1,2],c"}, offered),
+              (std::vector<std::string>{"A[1,2]", "c"}));
+}
+
+TEST(ExitStatus, TellsWhatCannotBeUsedFromWhatFailed) {
+    EXPECT_EQ(exitStatusOf("test", [] { return interruptedStatus; }), 130);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(exitStatusOf("test", []() -> int { throw InputError("no such file"); }), 2);
+    EXPECT_EQ(exitStatusOf("test", []() -> int { throw std::runtime_error("no memory"); }), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "test: no such file\ntest: no memory\n");
 }

@@ -1,0 +1,166 @@
+// cosim_host with a car on four tyres, from outside.
+#include "programs/support/csv_table.h"
+#include "support/files.h"
+#include "support/run_program.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using program_support::CsvTable;
+using test_support::narrow;
+using test_support::ProgramResult;
+using test_support::TemporaryDirectory;
+using Arguments = std::vector<std::string>;
+
+const std::string wheels[] = {"frontLeft", "frontRight", "rearLeft", "rearRight"};
+
+std::string tyreCommandLine(const std::string& options = "") {
+    std::ostringstream text;
+    text << '"' << narrow(test_support::fmuPath("tyre")) << "\" -fmutype FTIRE -outputsarearrays"
+         << options;
+    return text.str();
+}
+
+/// Runs cosim_host with a car in a directory of its own.
+class WholeCar : public testing::Test {
+  protected:
+    ProgramResult run(Arguments arguments) const {
+        arguments.insert(arguments.end(), {"--vehicle", "car", "--command-line", tyreCommandLine(),
+                                           "--quiet", "--output-file", "received.csv"});
+        test_support::RunOptions options;
+        options.workingDirectory = directory.path();
+        return test_support::runProgram(test_support::programPath("cosim_host"), arguments,
+                                        options);
+    }
+
+    CsvTable received(const Arguments& arguments) const {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.exitStatus, 0) << result.error;
+        return CsvTable::read(narrow(directory / "received.csv"));
+    }
+
+    TemporaryDirectory directory{"a car"};
+};
+
+double valueAt(const CsvTable& table, std::size_t row, const std::string& name) {
+    const auto& names = table.names();
+    const auto found = std::find(names.begin(), names.end(), name);
+    EXPECT_NE(found, names.end()) << name;
+    return found == names.end() ? NAN
+                                : table.value(row, static_cast<std::size_t>(found - names.begin()));
+}
+
+TEST_F(WholeCar, RestsOnTheWheelLoadsOfStatics) {
+    test_support::writeFile(directory / "car.txt",
+                            "bodyMass = 1.35 t\nfront.distance = 1150 mm\nrear.distance = 1.42 m\n"
+                            "front.wheelMass = 41 kg\nrear.wheelMass = 37 kg\n");
+    const CsvTable table =
+        received({"--road", "flat", "--stop-time", "0.5", "--vehicle-file", "car.txt"});
+    const double front = 9.81 * (1350.0 * 1.42 / 2.57 / 2.0 + 41.0);
+    const double rear = 9.81 * (1350.0 * 1.15 / 2.57 / 2.0 + 37.0);
+    for (const std::size_t row : {0, 1, 500}) {
+        EXPECT_NEAR(valueAt(table, row, "frontLeft.force[3][N]"), front, 1e-9 * front);
+        EXPECT_NEAR(valueAt(table, row, "frontRight.force[3][N]"), front, 1e-9 * front);
+        EXPECT_NEAR(valueAt(table, row, "rearLeft.force[3][N]"), rear, 1e-9 * rear);
+        EXPECT_NEAR(valueAt(table, row, "rearRight.force[3][N]"), rear, 1e-9 * rear);
+    }
+}
+
+TEST_F(WholeCar, KeepsEveryRowOfEveryWheelAndBothSidesAlike) {
+    const CsvTable table = received({"--road", "sine", "--stop-time", "0.4"});
+    ASSERT_EQ(table.rowCount(), 401U);
+    EXPECT_GT(std::abs(valueAt(table, 400, "body.pitch[rad]")), 1e-4);
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        ASSERT_EQ(valueAt(table, row, "body.roll[rad]"), 0.0);
+    }
+    for (const std::string& wheel : wheels) {
+        const CsvTable results = CsvTable::read(narrow(directory / wheel / "tyre.csv"));
+        for (std::size_t row = 1; row <= 400; ++row) {
+            ASSERT_EQ(valueAt(results, results.rowAt(table.time(row)), "force[3][N]"),
+                      valueAt(table, row, wheel + ".force[3][N]"))
+                << wheel << " " << row;
+        }
+        EXPECT_NE(test_support::readFile(directory / wheel / "tyre.out").find("Closing plugin"),
+                  std::string::npos);
+    }
+}
+
+TEST_F(WholeCar, MovesMirroredOnRoadsThatAreExchanged) {
+    const Arguments common = {"--stop-time", "1.3"};
+    Arguments leftStep = common;
+    leftStep.insert(leftStep.end(), {"--road", "step", "--right-road", "flat"});
+    Arguments rightStep = common;
+    rightStep.insert(rightStep.end(), {"--road", "flat", "--right-road", "step"});
+    const CsvTable table = received(leftStep);
+    const CsvTable mirrored = received(rightStep);
+    for (std::size_t row = 0; row < table.rowCount(); ++row) {
+        ASSERT_EQ(valueAt(table, row, "body.height[m]"), valueAt(mirrored, row, "body.height[m]"));
+        ASSERT_EQ(valueAt(table, row, "body.roll[rad]"), -valueAt(mirrored, row, "body.roll[rad]"));
+        ASSERT_EQ(valueAt(table, row, "frontLeft.force[3][N]"),
+                  valueAt(mirrored, row, "frontRight.force[3][N]"));
+        ASSERT_EQ(valueAt(table, row, "rearRight.hub.height[m]"),
+                  valueAt(mirrored, row, "rearLeft.hub.height[m]"));
+    }
+    EXPECT_GT(valueAt(table, 1100, "body.roll[rad]"), 1e-3) << "the left side is lifted";
+}
+
+TEST_F(WholeCar, TakesAnotherTyreForAWheel) {
+    const CsvTable table =
+        received({"--road", "flat", "--stop-time", "0.05", "--wheel",
+                  "rearRight=" + tyreCommandLine(" -parameter verticalStiffness 100000")});
+    const double load = valueAt(table, 0, "rearLeft.force[3][N]");
+    EXPECT_NEAR(valueAt(table, 0, "rearRight.force[3][N]"), load / 2.0, 1e-9 * load);
+    EXPECT_LT(valueAt(table, 50, "rearRight.hub.height[m]"), -1e-3);
+    EXPECT_GT(valueAt(table, 50, "body.roll[rad]"), 1e-3) << "the right side sinks";
+}
+
+TEST_F(WholeCar, SaysWhichWheelFailed) {
+    const ProgramResult result = run({"--wheel", "rearLeft=none.fmu -fmutype FTIRE"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_NE(result.error.find("cosim_host: setUp at 0 s: rearLeft: the solver reported failure "
+                                "code 4; "),
+              std::string::npos)
+        << result.error;
+    for (const std::string wheel : {"frontLeft", "frontRight"}) {
+        EXPECT_NE(test_support::readFile(directory / wheel / "tyre.out").find("Closing plugin"),
+                  std::string::npos)
+            << "terminated all the same";
+    }
+}
+
+TEST_F(WholeCar, RefusesWhatDoesNotFitTogether) {
+    const std::vector<std::pair<Arguments, std::string>> cases = {
+        {{"--wheel", "middle=x"}, "--wheel 'middle=x' names no wheel; give frontLeft=TEXT"},
+        {{"--wheel", "frontLeft"}, "--wheel 'frontLeft' names no wheel"},
+        {{"--keep-going"}, "--vehicle car goes neither"},
+        {{"--open-loop"}, "--vehicle car goes neither"},
+        {{"--right-road", "none.csv"}, "none.csv"},
+    };
+    for (const auto& [arguments, problem] : cases) {
+        const ProgramResult result = run(arguments);
+        EXPECT_EQ(result.exitStatus, 2) << problem;
+        EXPECT_NE(result.error.find(problem), std::string::npos) << result.error;
+    }
+}
+
+TEST_F(WholeCar, SaysThatAWheelCannotSettle) {
+    const ProgramResult result =
+        run({"--road", "flat", "--step-size", "0.0187", "--stop-time", "0.1"});
+    EXPECT_NE(
+        result.error.find("a communication step of 0.0187 s a wheel never settles on its tyre: "
+                          "the results show that, not the car; give --step-size 0.0186 or "
+                          "less"),
+        std::string::npos)
+        << result.error;
+}
+
+} // namespace
