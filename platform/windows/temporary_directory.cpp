@@ -36,9 +36,10 @@ std::vector<char> thisUser() {
     DWORD size = 0;
     GetTokenInformation(token, TokenUser, nullptr, 0, &size);
     std::vector<char> user(size);
-    const bool isTold =
-        GetTokenInformation(token, TokenUser, user.data(), size, &size) != 0 && size > 0;
-    return isTold ? user : std::vector<char>();
+    if (GetTokenInformation(token, TokenUser, user.data(), size, &size) == 0) {
+        user.clear();
+    }
+    return user; // Moved, never copied: the record points into its own bytes.
 }
 
 bool belongsToThisUser(const std::filesystem::path& path) {
