@@ -75,7 +75,7 @@ TEST(TemporaryDirectory, TakesAwayWhatEndedProcessesLeftAndNothingElse) {
     const std::vector<fs::path> kept{around /
                                          ("a test" + std::to_string(processNumber()) + "_abc123"),
                                      around / ("a test" + ended + "_abc12"),
-                                     around / ("a test" + ended + "_ABC123"),
+                                     around / ("a test" + ended + "_ABC456"),
                                      around / ("a test" + ended),
                                      around / "a test_abc123",
                                      around / ("another" + ended + "_abc123")};
