@@ -22,6 +22,7 @@ class ForeignText {
         text_ = foreign == nullptr ? "(null)" : size < 0 ? "(unreadable)" : copy_.data();
     }
 
+    ~ForeignText() = default;
     ForeignText(const ForeignText&) = delete;
     ForeignText& operator=(const ForeignText&) = delete;
 

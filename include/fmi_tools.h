@@ -61,7 +61,7 @@
 #ifndef FMI_TOOLS_H
 #define FMI_TOOLS_H
 
-#include <stdint.h>
+#include <stdint.h> // NOLINT(modernize-deprecated-headers): for C, too
 
 #if defined(_WIN32)
 #if defined(FMI_TOOLS_BUILDING)
@@ -81,7 +81,7 @@ extern "C" {
 
 /** One loaded FMU with its log file and its results file. Made by fmiToolsLoadFmu(), ended by
  *  fmiToolsCleanup(). */
-typedef struct FmiToolsInstance FmiToolsInstance;
+typedef struct FmiToolsInstance FmiToolsInstance; // NOLINT(modernize-use-using): for C, too
 
 /**
  * Unpacks, checks, loads and instantiates an FMU.

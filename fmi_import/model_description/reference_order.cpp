@@ -74,10 +74,10 @@ class AliasSets {
             return false;
         }
         if (!isConstant(base) && base.hasStart && alias.hasStart) {
-            report_.error({"Only one variable among non constant aliases is allowed to have start "
-                           "attribute (variables: ",
-                           base.name, " and ", alias.name, ") ", std::to_string(base.variability),
-                           ", ", std::to_string(alias.variability), ", const enum value: 0"});
+            report_.error({"Only one variable among non constant aliases is allowed to have start ",
+                           "attribute (variables: ", base.name, " and ", alias.name, ") ",
+                           std::to_string(base.variability), ", ",
+                           std::to_string(alias.variability), ", const enum value: 0"});
             return false;
         }
         report_.log().verbose(module::modelDescription,

@@ -90,11 +90,12 @@ bool isBoundTo(const Log& log, const platform::SharedLibrary& library, const std
         fs::equivalent(platform::nativePath(bound), platform::nativePath(path), error)) {
         return true;
     }
-    log.fatal(module::binary,
-              {"Could not load the FMU binary: instead of ", path,
-               " the process still has the library '", bound,
-               "', which cannot be unloaded; start the program anew or unpack the FMU into another "
-               "directory"});
+    log.fatal(
+        module::binary,
+        {"Could not load the FMU binary: instead of ", path, " the process still has the library '",
+         bound,
+         "', which cannot be unloaded; start the program anew or unpack the FMU into another ",
+         "directory"});
     return false;
 }
 

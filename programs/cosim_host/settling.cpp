@@ -35,11 +35,13 @@ bool hasGrown(const StepMatrix& matrix) {
 
 bool settles(StepMatrix matrix, double stepSize) {
     constexpr double longEnough = 1000.0; // seconds, for what grows to have grown
-    for (double span = stepSize; span < longEnough; span *= 2.0) {
+    double span = stepSize;
+    while (span < longEnough) {
         matrix = squared(matrix);
         if (hasGrown(matrix)) {
             return false;
         }
+        span *= 2.0;
     }
     return true;
 }
