@@ -3,6 +3,7 @@
 #include "programs/support/file_content.h"
 #include "programs/support/input_error.h"
 #include "programs/support/number_text.h"
+#include "programs/support/trimmed.h"
 
 #include <algorithm>
 #include <array>
@@ -13,6 +14,7 @@
 namespace cosim_host {
 
 using program_support::InputError;
+using program_support::trimmed;
 
 namespace {
 
@@ -40,15 +42,6 @@ constexpr std::array<Unit, 15> units = {{{"kg", "kg"},
                                          {"kg.m2", "kg.m2"},
                                          {"kg.m^2", "kg.m2"},
                                          {"t.m2", "kg.m2", 1000.0}}};
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// Takes what stands before the first of `separators` off the front of `text`; nothing when there
 /// is none.
@@ -92,7 +85,7 @@ class VehicleReader {
 
     void read(std::string_view line) {
         ++lineNumber_;
-        line = trimmed(line.substr(0, line.find('#')));
+        line = trimmed(line.substr(0, line.find('#')), " \t\r");
         if (line.empty()) {
             return;
         }

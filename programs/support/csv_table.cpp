@@ -3,6 +3,7 @@
 #include "programs/support/file_content.h"
 #include "programs/support/input_error.h"
 #include "programs/support/number_text.h"
+#include "programs/support/trimmed.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,15 +16,6 @@ namespace program_support {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// Takes a quoted cell from the front of `rest`; nothing when its closing quote is missing.
 std::optional<std::string> takeQuoted(std::string_view& rest) {

@@ -1,5 +1,7 @@
 #include "tests/fmus/scripted/script.h"
 
+#include "programs/support/trimmed.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -11,14 +13,7 @@
 
 namespace {
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
+using program_support::trimmed;
 
 /** Takes what stands before the first of @p separators off the front of @p text. */
 std::string_view takeUntil(std::string_view& text, std::string_view separators) {
