@@ -92,25 +92,4 @@ Car::State Car::rungeKuttaStep(const State& state, const PerWheel& tyreForces,
     return moved(next, k4, duration / 6);
 }
 
-double Car::energy() const {
-    const auto square = [](double value) { return value * value; };
-    double doubled = parameters_.bodyMass * square(state_[degreesOfFreedom]) +
-                     parameters_.rollInertia * square(state_[degreesOfFreedom + 1]) +
-                     parameters_.pitchInertia * square(state_[degreesOfFreedom + 2]);
-    for (std::size_t i = 0; i < wheelCount; ++i) {
-        doubled += axle(i).wheelMass * square(hubVelocity(i)) +
-                   axle(i).springStiffness * square(travel(state_, i).travel);
-    }
-    return doubled / 2.0;
-}
-
-double Car::dampedPower() const {
-    double power = 0.0;
-    for (std::size_t i = 0; i < wheelCount; ++i) {
-        const double rate = travel(state_, i).rate;
-        power += axle(i).damping * rate * rate;
-    }
-    return power;
-}
-
 } // namespace cosim_host

@@ -64,13 +64,6 @@ class Car {
         return state_[degreesOfFreedom + firstHub + wheel];
     }
 
-    /// Energy of the motion and of the springs over that at rest, in J. What gravity takes is in the
-    /// springs' force at rest.
-    [[nodiscard]] double energy() const;
-
-    /// What all dampers take out, in W.
-    [[nodiscard]] double dampedPower() const;
-
   private:
     /// What a spring and damper work with: how much nearer the wheel is to the body, and how fast it
     /// comes nearer.
