@@ -1,3 +1,4 @@
+#include "programs/cosim_host/cosim_host_run.h"
 #include "programs/support/csv_table.h"
 #include "support/files.h"
 #include "support/run_program.h"
@@ -10,36 +11,20 @@
 #include <filesystem>
 #include <functional>
 #include <numbers>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using namespace cosim_host_test;
 using program_support::CsvTable;
 using test_support::narrow;
 using test_support::ProgramResult;
 using test_support::RunOptions;
-using test_support::TemporaryDirectory;
-using Arguments = std::vector<std::string>;
 
-/// Path of the tyre FMU as solvers' command lines take it.
-std::string quotedTyre() {
-    std::ostringstream text;
-    text << '"' << narrow(test_support::fmuPath("tyre")) << '"';
-    return text.str();
-}
-
-/// Runs cosim_host in a directory of its own.
-class CosimHost : public testing::Test {
+class CosimHost : public CosimHostRun {
   protected:
-    ProgramResult run(const Arguments& arguments, RunOptions options = {}) const {
-        options.workingDirectory = directory.path();
-        return test_support::runProgram(test_support::programPath("cosim_host"), arguments,
-                                        options);
-    }
-
     ProgramResult runTyre(const std::string& solverOptions, Arguments arguments,
                           const RunOptions& options = {}) const {
         arguments.insert(arguments.end(),
@@ -54,21 +39,7 @@ class CosimHost : public testing::Test {
                           "--quiet", "--stop-time", "0.5", "--step-size", "0.2"});
         return run(arguments);
     }
-
-    [[nodiscard]] CsvTable table(const std::string& name) const {
-        return CsvTable::read(narrow(directory / name));
-    }
-
-    TemporaryDirectory directory{"a run"};
 };
-
-double valueAt(const CsvTable& table, std::size_t row, const std::string& name) {
-    const auto& names = table.names();
-    const auto found = std::find(names.begin(), names.end(), name);
-    EXPECT_NE(found, names.end()) << name;
-    return found == names.end() ? NAN
-                                : table.value(row, static_cast<std::size_t>(found - names.begin()));
-}
 
 const std::string callsUpToFirstStep =
     "printBanner\nparseCommandLine 0\nsetUp 0\napplyInitialInputs 0\nstart 0\n"

@@ -1,63 +1,44 @@
 // cosim_host with a car on four tyres, from outside.
+#include "programs/cosim_host/cosim_host_run.h"
 #include "programs/support/csv_table.h"
 #include "support/files.h"
 #include "support/run_program.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <filesystem>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace {
 
+using namespace cosim_host_test;
 using program_support::CsvTable;
 using test_support::narrow;
 using test_support::ProgramResult;
-using test_support::TemporaryDirectory;
-using Arguments = std::vector<std::string>;
 
 const std::string wheels[] = {"frontLeft", "frontRight", "rearLeft", "rearRight"};
 
 std::string tyreCommandLine(const std::string& options = "") {
-    std::ostringstream text;
-    text << '"' << narrow(test_support::fmuPath("tyre")) << "\" -fmutype FTIRE -outputsarearrays"
-         << options;
-    return text.str();
+    return quotedTyre() + " -fmutype FTIRE -outputsarearrays" + options;
 }
 
-/// Runs cosim_host with a car in a directory of its own.
-class WholeCar : public testing::Test {
+/// Runs cosim_host with a car.
+class WholeCar : public CosimHostRun {
   protected:
-    ProgramResult run(Arguments arguments) const {
+    ProgramResult runCar(Arguments arguments) const {
         arguments.insert(arguments.end(), {"--vehicle", "car", "--command-line", tyreCommandLine(),
                                            "--quiet", "--output-file", "received.csv"});
-        test_support::RunOptions options;
-        options.workingDirectory = directory.path();
-        return test_support::runProgram(test_support::programPath("cosim_host"), arguments,
-                                        options);
+        return run(arguments);
     }
 
     CsvTable received(const Arguments& arguments) const {
-        const ProgramResult result = run(arguments);
+        const ProgramResult result = runCar(arguments);
         EXPECT_EQ(result.exitStatus, 0) << result.error;
-        return CsvTable::read(narrow(directory / "received.csv"));
+        return table("received.csv");
     }
-
-    TemporaryDirectory directory{"a car"};
 };
-
-double valueAt(const CsvTable& table, std::size_t row, const std::string& name) {
-    const auto& names = table.names();
-    const auto found = std::find(names.begin(), names.end(), name);
-    EXPECT_NE(found, names.end()) << name;
-    return found == names.end() ? NAN
-                                : table.value(row, static_cast<std::size_t>(found - names.begin()));
-}
 
 TEST_F(WholeCar, RestsOnTheWheelLoadsOfStatics) {
     test_support::writeFile(directory / "car.txt",
@@ -124,7 +105,7 @@ TEST_F(WholeCar, TakesAnotherTyreForAWheel) {
 }
 
 TEST_F(WholeCar, SaysWhichWheelFailed) {
-    const ProgramResult result = run({"--wheel", "rearLeft=none.fmu -fmutype FTIRE"});
+    const ProgramResult result = runCar({"--wheel", "rearLeft=none.fmu -fmutype FTIRE"});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_NE(result.error.find("cosim_host: setUp at 0 s: rearLeft: the solver reported failure "
                                 "code 4; "),
@@ -146,7 +127,7 @@ TEST_F(WholeCar, RefusesWhatDoesNotFitTogether) {
         {{"--right-road", "none.csv"}, "none.csv"},
     };
     for (const auto& [arguments, problem] : cases) {
-        const ProgramResult result = run(arguments);
+        const ProgramResult result = runCar(arguments);
         EXPECT_EQ(result.exitStatus, 2) << problem;
         EXPECT_NE(result.error.find(problem), std::string::npos) << result.error;
     }
@@ -154,7 +135,7 @@ TEST_F(WholeCar, RefusesWhatDoesNotFitTogether) {
 
 TEST_F(WholeCar, SaysThatAWheelCannotSettle) {
     const ProgramResult result =
-        run({"--road", "flat", "--step-size", "0.0187", "--stop-time", "0.1"});
+        runCar({"--road", "flat", "--step-size", "0.0187", "--stop-time", "0.1"});
     EXPECT_NE(
         result.error.find("a communication step of 0.0187 s a wheel never settles on its tyre: "
                           "the results show that, not the car; give --step-size 0.0186 or "
