@@ -26,18 +26,21 @@ class WheelSolvers : public Solver {
   public:
     explicit WheelSolvers(const std::array<WheelSolver, wheelCount>& wheels) : wheels_(wheels) {}
 
+    // Those of the whole run.
     void printBanner() override;
     void parseCommandLine(ModelManager* ownManagersAreUsed) override;
     void setUp(ModelManager* ownManagersAreUsed) override;
-    void applyInitialInputs(int iteration) override;
     void start() override;
+
+    /// Ends those that were set up, all of them, and reports the first failure afterwards.
+    void terminate() override;
+
+    // Those of the exchange.
+    void applyInitialInputs(int iteration) override;
     void writeInitialOutputs(int iteration) override;
     void applyInputs(double time) override;
     void solveTo(double time) override;
     void writeOutputs(double time) override;
-
-    /// Ends those that were set up, all of them, and reports the first failure afterwards.
-    void terminate() override;
 
   private:
     template <typename Operation>
