@@ -14,8 +14,8 @@
 // Displacement, velocity and force are positive in rebound (extension); the force resists. Within a
 // communication step the velocity is constant and the displacement moves on with it.
 #include "example_fmus/slave/internal_steps.h"
+#include "example_fmus/slave/model_slave.h"
 #include "example_fmus/slave/parameter_rules.h"
-#include "example_fmus/slave/slave.h"
 
 #include <array>
 #include <cmath>
@@ -52,42 +52,29 @@ constexpr std::array<Rule, 8> rules = {{
 /** The velocity at which the seal friction has built up [m/s]. */
 constexpr double frictionVelocity = 0.01;
 
-class ShockAbsorber : public Slave {
+class ShockAbsorber final : public ModelSlave<ShockAbsorberParameters> {
   public:
     explicit ShockAbsorber(const Instantiation& instantiation)
-        : Slave(instantiation, {firstParameter + rules.size(), 0, 0, 0}) {
+        : ModelSlave(instantiation, {firstParameter + rules.size(), 0, 0, 0}, {}) {
         useStartValues();
     }
 
-    fmi2Status enterInitializationMode() override { return useParameters(); }
-
-    fmi2Status exitInitializationMode() override { return useParameters(); }
-
-    fmi2Status reset() override;
-    fmi2Status getReal(References references, fmi2Real* values) override;
     fmi2Status doStep(const CommunicationStep& step) override;
 
   private:
-    void useStartValues();
-    fmi2Status useParameters();
+    void useStartValues() override;
+    fmi2Status useParameters() override;
+
+    void updateOutputs() override { updateForce(0.0); }
+
     void advanceOil(double step);
     void updateForce(double elapsed);
-
-    /** Numbers only, so that it is as many bytes as it looks. */
-    struct Memory {
-        ShockAbsorberParameters parameters;
-        double lastStep = 0.0; // [s], 0 before the first
-    };
-
-    std::optional<std::span<std::byte>> memory() override { return bytesOf(memory_); }
-
-    Memory memory_;
 };
 
 void ShockAbsorber::useStartValues() {
-    memory_ = {};
+    remembered = {};
     for (std::size_t i = 0; i < rules.size(); ++i) {
-        reals[firstParameter + i] = memory_.parameters.*rules[i].member;
+        reals[firstParameter + i] = remembered.model.*rules[i].member;
     }
     for (std::size_t i = 0; i < firstParameter; ++i) {
         reals[i] = 0.0;
@@ -96,21 +83,9 @@ void ShockAbsorber::useStartValues() {
 
 fmi2Status ShockAbsorber::useParameters() {
     for (std::size_t i = 0; i < rules.size(); ++i) {
-        memory_.parameters.*rules[i].member = reals[firstParameter + i];
+        remembered.model.*rules[i].member = reals[firstParameter + i];
     }
-    return checkParameters<ShockAbsorberParameters>(*this, memory_.parameters, rules);
-}
-
-fmi2Status ShockAbsorber::reset() {
-    useStartValues();
-    return fmi2OK;
-}
-
-fmi2Status ShockAbsorber::getReal(References references, fmi2Real* values) {
-    if (memory_.lastStep == 0.0) {
-        updateForce(0.0);
-    }
-    return Slave::getReal(references, values);
+    return checkParameters<ShockAbsorberParameters>(*this, remembered.model, rules);
 }
 
 fmi2Status ShockAbsorber::doStep(const CommunicationStep& communicationStep) {
@@ -124,19 +99,19 @@ fmi2Status ShockAbsorber::doStep(const CommunicationStep& communicationStep) {
                 " s; all must be finite and the step greater than 0 and at most 1000 s.");
         return fmi2Error;
     }
-    const int steps = internalSteps(step, memory_.parameters.internalStep);
+    const int steps = internalSteps(step, remembered.model.internalStep);
     for (int n = 0; n < steps; ++n) {
         advanceOil(step / steps);
     }
     updateForce(step);
-    memory_.lastStep = step;
+    remembered.lastStep = step;
     return fmi2OK;
 }
 
 /** Backward Euler, stable for any oil stiffness; g(F) is a parabola on either side of 0, so the new
  *  force is the root of a quadratic equation. */
 void ShockAbsorber::advanceOil(double step) {
-    const ShockAbsorberParameters& given = memory_.parameters;
+    const ShockAbsorberParameters& given = remembered.model;
     const double right = reals[oilForce] + step * given.oilStiffness * reals[velocity];
     const double damping = right > 0.0 ? given.reboundDamping : given.compressionDamping;
     const double linear = step * given.oilStiffness / damping;
@@ -147,7 +122,7 @@ void ShockAbsorber::advanceOil(double step) {
 }
 
 void ShockAbsorber::updateForce(double elapsed) {
-    const ShockAbsorberParameters& given = memory_.parameters;
+    const ShockAbsorberParameters& given = remembered.model;
     const double v = reals[velocity];
     const double friction = v / std::sqrt(v * v + frictionVelocity * frictionVelocity);
     const double position = reals[displacement] + elapsed * reals[velocity];

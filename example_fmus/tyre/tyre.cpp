@@ -1,7 +1,7 @@
 // The tyre as a slave: its physics is in tyre_model.h, its variables are those of tyre.xml.
 #include "example_fmus/slave/internal_steps.h"
+#include "example_fmus/slave/model_slave.h"
 #include "example_fmus/slave/parameter_rules.h"
-#include "example_fmus/slave/slave.h"
 #include "example_fmus/tyre/tyre_model.h"
 
 #include <array>
@@ -70,38 +70,26 @@ constexpr double startDeflection = 0.02;
 /** Tells a tool that looks for this kind of tyre that it has found one. */
 constexpr int identification = 58213407;
 
-class Tyre : public Slave {
+class Tyre final : public ModelSlave<TyreModel> {
   public:
-    explicit Tyre(const Instantiation& instantiation) : Slave(instantiation, {realCount, 1, 0, 0}) {
+    explicit Tyre(const Instantiation& instantiation)
+        : ModelSlave(instantiation, {realCount, 1, 0, 0}, TyreModel({})) {
         useStartValues();
     }
 
-    fmi2Status enterInitializationMode() override { return useParameters(); }
-
-    fmi2Status exitInitializationMode() override { return useParameters(); }
-
-    fmi2Status reset() override;
-    fmi2Status getReal(References references, fmi2Real* values) override;
     fmi2Status doStep(const CommunicationStep& step) override;
 
   private:
-    void useStartValues();
-    fmi2Status useParameters();
+    void useStartValues() override;
+    fmi2Status useParameters() override;
+
+    void updateOutputs() override { publish(remembered.model.outputs(inputs())); }
+
     fmi2Status checkInputs(double step) const;
     Vector3 vectorAt(std::size_t reference) const;
     void setVector(std::size_t reference, const Vector3& vector);
     TyreInputs inputs() const;
     void publish(const TyreOutputs& outputs);
-
-    /** Numbers only, so that it is as many bytes as it looks. */
-    struct Memory {
-        TyreModel model{TyreParameters{}};
-        double lastStep = 0.0; // [s], 0 before the first
-    };
-
-    std::optional<std::span<std::byte>> memory() override { return bytesOf(memory_); }
-
-    Memory memory_;
 };
 
 void Tyre::useStartValues() {
@@ -116,6 +104,7 @@ void Tyre::useStartValues() {
     setVector(roadNormal, {0.0, 0.0, 1.0});
     reals[friction] = 1.0;
     integers[0] = identification;
+    remembered = {TyreModel(parameters)};
 }
 
 fmi2Status Tyre::useParameters() {
@@ -123,21 +112,8 @@ fmi2Status Tyre::useParameters() {
     for (std::size_t i = 0; i < rules.size(); ++i) {
         parameters.*rules[i].member = reals[firstParameter + i];
     }
-    memory_.model = TyreModel(parameters);
+    remembered.model = TyreModel(parameters);
     return checkParameters<TyreParameters>(*this, parameters, rules);
-}
-
-fmi2Status Tyre::reset() {
-    useStartValues();
-    memory_ = {};
-    return fmi2OK;
-}
-
-fmi2Status Tyre::getReal(References references, fmi2Real* values) {
-    if (memory_.lastStep == 0.0) {
-        publish(memory_.model.outputs(inputs()));
-    }
-    return Slave::getReal(references, values);
 }
 
 fmi2Status Tyre::doStep(const CommunicationStep& communicationStep) {
@@ -145,9 +121,9 @@ fmi2Status Tyre::doStep(const CommunicationStep& communicationStep) {
     const fmi2Status status = checkInputs(step);
     if (status == fmi2OK) {
         const TyreInputs given = inputs();
-        memory_.model.advance(given, step);
-        publish(memory_.model.outputs(given, step));
-        memory_.lastStep = step;
+        remembered.model.advance(given, step);
+        publish(remembered.model.outputs(given, step));
+        remembered.lastStep = step;
     }
     return status;
 }
