@@ -3,6 +3,11 @@
 #
 #   cmake -D SOURCE_DIR=... -D BINARY_DIR=... -D WINE_PREFIX=... -P check_border.cmake
 
+include("${CMAKE_CURRENT_LIST_DIR}/missing_packages.cmake")
+if(missing_packages)
+  message("skipped: to be installed first: ${missing_packages}")
+  return()
+endif()
 include("${CMAKE_CURRENT_LIST_DIR}/compiler.cmake")
 set(wine_libraries /usr/lib/x86_64-linux-gnu/wine/x86_64-windows)
 set(border "${CMAKE_CURRENT_LIST_DIR}/border")

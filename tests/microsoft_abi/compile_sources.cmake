@@ -3,6 +3,12 @@
 #
 #   cmake -D SOURCE_DIR=... -D WINDOWS_DIR=<the MinGW build> -D BINARY_DIR=... -P compile_sources.cmake
 
+include("${CMAKE_CURRENT_LIST_DIR}/missing_packages.cmake")
+if(missing_packages)
+  message("skipped: to be installed first: ${missing_packages}")
+  return()
+endif()
+
 # zlib's headers by themselves: those around them are MinGW's. Nothing is linked with its library.
 set(zlib "${BINARY_DIR}/zlib")
 file(COPY /usr/x86_64-w64-mingw32/include/zlib.h /usr/x86_64-w64-mingw32/include/zconf.h

@@ -3,7 +3,6 @@
 
 #include <cstdlib>
 #include <new>
-#include <string>
 
 // The compiler refers to it wherever there is floating point.
 extern "C" int _fltused = 1;
