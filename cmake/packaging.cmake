@@ -55,7 +55,7 @@ install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR
 
 # What a dynamic library of the system brings comes with its own licence; these are linked into ours.
 if(CMAKE_CROSSCOMPILING AND WIN32)
-  foreach(package pugixml)
+  foreach(package pugixml minizip)
     install(FILES "${PROJECT_BINARY_DIR}/debian_sources/${package}/debian/copyright"
             DESTINATION "${licence_directory}" RENAME "${package}.txt")
   endforeach()
