@@ -112,6 +112,16 @@ TEST(ModelDescription, ThatCannotBeUsedGivesNoFmuAndAReason) {
     }
 }
 
+std::string withBeforeVariables(const std::string& text) {
+    return rootStart + slave + "\n" + text + noVariables + structure + rootEnd;
+}
+
+/// Where nothing is read: after the last thing of interest.
+std::string withSkipped(const std::string& text) {
+    return rootStart + slave + noVariables + structure + "<VendorAnnotations>" + text +
+           "</VendorAnnotations>" + rootEnd;
+}
+
 TEST(ModelDescription, ThatIsIllFormedIsRefusedWhereverItIs) {
     struct Case {
         std::string text;
@@ -153,11 +163,7 @@ TEST(ModelDescription, ThatIsIllFormedIsRefusedWhereverItIs) {
     };
     for (const Case& test : inside) {
         Session session;
-        // Also where nothing is read: in what is skipped, and after the last thing of interest.
-        for (const std::string& place :
-             {rootStart + slave + "\n" + test.text + noVariables + structure + rootEnd,
-              rootStart + slave + noVariables + structure + "<VendorAnnotations>" + test.text +
-                  "</VendorAnnotations>" + rootEnd}) {
+        for (const std::string& place : {withBeforeVariables(test.text), withSkipped(test.text)}) {
             EXPECT_EQ(session.parse(place), nullptr) << test.text;
             EXPECT_THAT(session.log, Contains(HasSubstr(":\n" + test.reason))) << test.text;
             session.log.clear();

@@ -24,7 +24,7 @@ class HostLocale : public testing::Test {
         GTEST_SKIP() << "no locale with a decimal comma here";
     }
 
-    ~HostLocale() override { std::setlocale(LC_ALL, "C"); }
+    void TearDown() override { std::setlocale(LC_ALL, "C"); }
 };
 
 TEST_F(HostLocale, WithADecimalCommaChangesNoNumber) {

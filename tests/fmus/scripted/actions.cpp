@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
@@ -57,6 +58,7 @@ void callTool(const Action& action, const fmi2CallbackFunctions* functions,
 struct ScriptedException {
     ScriptedException() = default;
     ScriptedException(const ScriptedException&) = default;
+    ScriptedException& operator=(const ScriptedException&) = default;
 
     virtual ~ScriptedException() { text.clear(); }
 
@@ -74,7 +76,7 @@ void affectProcess(const Action& action) {
         std::exit(std::stoi(action.text));
     } else if (action.verb == "crash") {
         // No page is ever there, and no sanitizer takes it for a null pointer and reports in its own way.
-        auto* volatile nowhere = reinterpret_cast<volatile int*>(std::uintptr_t{16});
+        auto* volatile nowhere = std::bit_cast<volatile int*>(std::uintptr_t{16});
         *nowhere = 0;
     } else if (action.verb == "exit") {
         std::_Exit(std::stoi(action.text));
