@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cstring>
 #include <ctime>
+#include <vector>
 
 namespace bench {
 

@@ -4,6 +4,8 @@
 #include "platform/files.h"
 #include "reference_host/simulation.h"
 
+#include <vector>
+
 namespace bench {
 
 namespace {

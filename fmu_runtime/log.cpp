@@ -4,6 +4,7 @@
 #include "fmu_runtime/instance.h"
 #include "platform/clock.h"
 
+#include <cstdarg>
 #include <cstdio>
 #include <thread>
 

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <atomic>
-#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <ctime>

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 #include <new>
+#include <string_view>
 
 namespace fmu_runtime {
 

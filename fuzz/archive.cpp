@@ -5,6 +5,8 @@
 
 #include <minizip/zip.h>
 
+#include <string>
+
 namespace {
 
 namespace fs = std::filesystem;

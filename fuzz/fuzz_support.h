@@ -11,7 +11,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <system_error>
 
 /// What the fuzz targets share. Each target defines LLVMFuzzerTestOneInput(), which libFuzzer calls
 /// with made-up inputs and the replay program with the kept ones.

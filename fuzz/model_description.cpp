@@ -2,6 +2,8 @@
 #include "fuzz/fmi_library.h"
 #include "platform/temporary_directory.h"
 
+#include <cstring>
+
 namespace {
 
 struct FreeFmu {

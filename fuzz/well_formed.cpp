@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <expat.h>
 #include <memory>
+#include <utility>
 
 namespace {
 

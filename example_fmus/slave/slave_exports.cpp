@@ -1,5 +1,7 @@
 #include "example_fmus/slave/forwarding.h"
 
+#include <optional>
+
 namespace {
 
 std::string textOf(fmi2String text) {

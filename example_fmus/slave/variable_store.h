@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 using References = std::span<const fmi2ValueReference>;

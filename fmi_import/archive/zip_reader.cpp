@@ -1,9 +1,8 @@
 #include "fmi_import/archive/zip_reader.h"
 
 #include <algorithm>
-#include <array>
 #include <system_error>
-#include <utility>
+#include <vector>
 #include <zlib.h>
 
 namespace fmi_import {

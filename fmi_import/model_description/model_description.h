@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <string_view>
 #include <unordered_map>
-#include <utility>
 #include <vector>
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name that the C interface has

@@ -7,7 +7,9 @@
 #include "fmi_import/model_description/xml_report.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <utility>
 
 namespace fmi_import {
 

@@ -1,9 +1,13 @@
 #include "fmi_import/model_description/reference_order.h"
 
 #include <algorithm>
+#include <array>
 #include <numeric>
+#include <span>
+#include <string>
 #include <tuple>
 #include <utility>
+#include <vector>
 
 namespace fmi_import {
 

@@ -4,7 +4,6 @@
 #include "fmi_import/model_description/xml_report.h"
 
 #include <cstdint>
-#include <span>
 
 namespace fmi_import {
 

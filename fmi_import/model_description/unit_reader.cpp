@@ -1,5 +1,7 @@
 #include "fmi_import/model_description/unit_reader.h"
 
+#include <string>
+
 namespace fmi_import {
 
 std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name) {

@@ -3,6 +3,7 @@
 #include "fmi_import/model_description/model_description.h"
 #include "fmi_import/model_description/xml_report.h"
 
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>

@@ -2,8 +2,9 @@
 #include "fmi_import/fmu.h"
 
 #include <algorithm>
-#include <memory>
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 struct fmi2_import_variable_list_t {
     std::vector<fmi2_import_variable_t*> variables;

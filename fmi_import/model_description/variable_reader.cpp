@@ -4,6 +4,9 @@
 #include "fmi_import/model_description/variable_rules.h"
 
 #include <algorithm>
+#include <array>
+#include <span>
+#include <string>
 
 namespace fmi_import {
 

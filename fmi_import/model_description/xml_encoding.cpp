@@ -3,9 +3,9 @@
 #include "fmi_import/model_description/xml_characters.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <optional>
+#include <utility>
 
 namespace fmi_import {
 

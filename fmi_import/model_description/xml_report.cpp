@@ -1,6 +1,7 @@
 #include "fmi_import/model_description/xml_report.h"
 
 #include <algorithm>
+#include <string>
 
 namespace fmi_import {
 

@@ -5,8 +5,7 @@
 
 #include <cstring>
 #include <span>
-#include <string>
-#include <utility>
+#include <string_view>
 
 namespace fmi_import {
 

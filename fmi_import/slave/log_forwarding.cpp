@@ -6,7 +6,9 @@
 #include <cstdarg>
 #include <cstdio>
 #include <optional>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 namespace {
 

@@ -1,5 +1,7 @@
 #include "fmi_import/slave/resource_uri.h"
 
+#include <string_view>
+
 namespace fmi_import {
 
 namespace {

@@ -2,7 +2,6 @@
 
 #include <aclapi.h>
 #include <memory>
-#include <string>
 #include <vector>
 #include <windows.h>
 

@@ -1,5 +1,6 @@
 #include "programs/cosim_host/input_signals.h"
 
+#include <string_view>
 #include <utility>
 
 namespace cosim_host {

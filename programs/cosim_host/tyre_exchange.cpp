@@ -1,5 +1,7 @@
 #include "programs/cosim_host/tyre_exchange.h"
 
+#include <string>
+
 namespace cosim_host {
 
 namespace {

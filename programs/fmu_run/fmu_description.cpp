@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <system_error>
 #include <utility>
 

@@ -6,6 +6,7 @@
 #include <numeric>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace fmu_run {
 namespace {

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <system_error>
 #include <unordered_set>
 #include <utility>
 

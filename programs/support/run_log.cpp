@@ -3,9 +3,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
-#include <optional>
 #include <string_view>
 #include <system_error>
 

@@ -7,7 +7,6 @@
 #include <cmath>
 #include <cstdarg>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <system_error>
 #include <zlib.h>
 
 namespace import_test {

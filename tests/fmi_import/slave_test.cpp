@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <system_error>
+
 namespace import_test {
 
 namespace {

@@ -10,9 +10,9 @@
 #include <cmath>
 #include <cstdint>
 #include <ctime>
-#include <fstream>
-#include <limits>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace {

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <system_error>
+
 namespace {
 
 namespace fs = std::filesystem;

@@ -2,6 +2,7 @@
 
 #include "support/run_program.h"
 
+#include <filesystem>
 #include <optional>
 #include <string>
 

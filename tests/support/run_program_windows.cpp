@@ -6,6 +6,8 @@
 #include <optional>
 
 #define WIN32_LEAN_AND_MEAN
+#include <chrono>
+#include <utility>
 #include <windows.h>
 
 namespace test_support {

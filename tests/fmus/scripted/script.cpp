@@ -9,7 +9,6 @@
 #include <limits>
 #include <stdexcept>
 #include <system_error>
-#include <utility>
 
 namespace {
 

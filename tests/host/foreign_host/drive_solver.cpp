@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <memory>
 #include <stdexcept>
+#include <string>
 
 namespace {
 

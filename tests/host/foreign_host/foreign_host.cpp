@@ -1,6 +1,8 @@
 #include "foreign_host.h"
 
+#include <memory>
 #include <sstream>
+#include <string>
 #include <utility>
 
 Logger* Logger::get() {

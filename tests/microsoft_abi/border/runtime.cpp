@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <string>
 
 // The compiler refers to it wherever there is floating point.
 extern "C" int _fltused = 1;

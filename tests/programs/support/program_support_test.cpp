@@ -21,6 +21,7 @@
 #include <array>
 #include <csignal>
 #include <sstream>
+#include <system_error>
 #include <utility>
 
 using namespace program_support;
