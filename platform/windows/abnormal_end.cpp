@@ -1,7 +1,9 @@
 #include "platform/abnormal_end.h"
 
 #include <atomic>
+#include <bit>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <windows.h>
 
@@ -82,9 +84,8 @@ void printOnKeptError(std::string_view text) {
 }
 
 void limitAbnormalEnd(unsigned seconds) {
-    const HANDLE thread =
-        CreateThread(nullptr, 0, endAfter,
-                     reinterpret_cast<void*>(static_cast<ULONG_PTR>(seconds) * 1000), 0, nullptr);
+    const HANDLE thread = CreateThread(
+        nullptr, 0, endAfter, std::bit_cast<void*>(std::uintptr_t{seconds} * 1000), 0, nullptr);
     if (thread != nullptr) {
         CloseHandle(thread);
     }

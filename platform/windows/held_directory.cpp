@@ -1,6 +1,7 @@
 #include "platform/held_directory.h"
 
 #include "platform/files.h"
+#include "platform/windows/native_handle.h"
 
 #include <array>
 #include <windows.h>
@@ -8,10 +9,6 @@
 namespace platform {
 
 namespace {
-
-HANDLE native(std::intptr_t handle) {
-    return reinterpret_cast<HANDLE>(handle); // INVALID_HANDLE_VALUE is -1 on both sides.
-}
 
 /// Opens a folder so that nobody can rename or remove it. The last flag keeps a link from being
 /// followed.

@@ -1,17 +1,11 @@
 #include "platform/output_file.h"
 
+#include "platform/windows/native_handle.h"
+
 #include <utility>
 #include <windows.h>
 
 namespace platform {
-
-namespace {
-
-HANDLE native(std::intptr_t handle) {
-    return reinterpret_cast<HANDLE>(handle); // INVALID_HANDLE_VALUE is -1 on both sides.
-}
-
-} // namespace
 
 OutputFile::OutputFile(const char* path)
     : handle_(reinterpret_cast<std::intptr_t>(

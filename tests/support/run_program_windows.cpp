@@ -33,7 +33,8 @@ class ChangedVariable {
         SetEnvironmentVariableA(name_.c_str(), previous_ ? previous_->c_str() : nullptr);
     }
 
-    ChangedVariable(ChangedVariable&& other) = delete;
+    ChangedVariable(const ChangedVariable&) = delete;
+    ChangedVariable& operator=(const ChangedVariable&) = delete;
 
   private:
     std::string name_;
@@ -103,7 +104,7 @@ ProgramResult runWithStreams(const std::filesystem::path& program,
     if (!started) {
         return {};
     }
-    const ProgramResult result = waitFor(process.hProcess, options.timeout);
+    ProgramResult result = waitFor(process.hProcess, options.timeout);
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     return result;
