@@ -66,9 +66,11 @@ function(pack_fmu fmu)
   get_target_property(description ${arg_SLAVE} FMU_MODEL_DESCRIPTION)
   configure_file("${description}" "${stage}.xml" @ONLY NEWLINE_STYLE UNIX)
 
-  set(binaries "$<TARGET_FILE:${arg_SLAVE}>")
-  foreach(library IN LISTS arg_BESIDE)
+  set(binaries "")
+  set(names "")
+  foreach(library ${arg_SLAVE} ${arg_BESIDE})
     list(APPEND binaries "$<TARGET_FILE:${library}>")
+    list(APPEND names "binaries/${platform}/$<TARGET_FILE_NAME:${library}>")
   endforeach()
 
   add_custom_command(OUTPUT "${archive}"
@@ -77,10 +79,8 @@ function(pack_fmu fmu)
                                                "${FMI_SOLVER_FMU_DIRECTORY}"
     COMMAND ${CMAKE_COMMAND} -E copy "${stage}.xml" "${stage}/modelDescription.xml"
     COMMAND ${CMAKE_COMMAND} -E copy ${binaries} "${stage}/binaries/${platform}"
-    COMMAND ${CMAKE_COMMAND} -E chdir "${stage}"
-            ${CMAKE_COMMAND} -E tar cf "${archive}" --format=zip "--mtime=2000-01-01 00:00:00 UTC"
-                             modelDescription.xml binaries
-    DEPENDS ${arg_SLAVE} ${arg_BESIDE} "${stage}.xml"
+    COMMAND pack_fmu "${archive}" "${stage}" modelDescription.xml ${names}
+    DEPENDS pack_fmu ${arg_SLAVE} ${arg_BESIDE} "${stage}.xml"
     COMMENT "Packing ${fmu}.fmu" VERBATIM)
   add_custom_target(${fmu}_fmu ALL DEPENDS "${archive}")
 endfunction()
