@@ -1,5 +1,6 @@
 #include "fmu_runtime/slave.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
@@ -42,7 +43,13 @@ bool Slave::open(const std::string& fmuPath, const std::string& unpackDirectory,
         return false;
     }
     fmu_ = fmi2_import_parse_xml(context_, unpackDirectory.c_str(), nullptr);
-    return fmu_ != nullptr && fmi2_import_get_fmu_kind(fmu_) != fmi2_fmu_kind_me;
+    if (fmu_ == nullptr || fmi2_import_get_fmu_kind(fmu_) != fmi2_fmu_kind_me) {
+        return fmu_ != nullptr;
+    }
+    constexpr auto error = jm_log_level_error;
+    libraryLogger(nullptr, "FMITools", error,
+                  "The FMU offers Model Exchange only; export it for Co-Simulation");
+    return false;
 }
 
 jm_status_enu_t Slave::loadBinary(const fmi2_callback_functions_t& callbacks) {
@@ -79,54 +86,71 @@ fmi2_import_variable_t* Slave::find(const char* name) const {
     return name == nullptr ? nullptr : fmi2_import_get_variable_by_name(fmu_, name);
 }
 
+/// The log says that a call failed; which of FMI's statuses it was is told on standard error.
 template <typename Call>
-fmi2_status_t Slave::statusOf(Call call) {
-    return instantiated_ ? caught(fmi2_status_fatal, call) : fmi2_status_fatal;
+fmi2_status_t Slave::statusOf(const char* function, Call call) {
+    if (!instantiated_) {
+        std::fputs("fmi2Instantiate returned no instance\n", stderr);
+        return fmi2_status_fatal;
+    }
+    const auto status = caught(fmi2_status_fatal, call);
+    if (status != fmi2_status_ok) {
+        std::fprintf(stderr, "%s returned %s\n", function, fmi2_status_to_string(status));
+    }
+    return status;
 }
 
 fmi2_status_t Slave::setupExperiment(double startTime) {
-    return statusOf([&] {
+    return statusOf("fmi2SetupExperiment", [&] {
         return fmi2_import_setup_experiment(fmu_, fmi2_false, 0.0, startTime, fmi2_false, 0.0);
     });
 }
 
 fmi2_status_t Slave::enterInitializationMode() {
-    return statusOf([&] { return fmi2_import_enter_initialization_mode(fmu_); });
+    return statusOf("fmi2EnterInitializationMode",
+                    [&] { return fmi2_import_enter_initialization_mode(fmu_); });
 }
 
 fmi2_status_t Slave::exitInitializationMode() {
-    return statusOf([&] { return fmi2_import_exit_initialization_mode(fmu_); });
+    return statusOf("fmi2ExitInitializationMode",
+                    [&] { return fmi2_import_exit_initialization_mode(fmu_); });
 }
 
 fmi2_status_t Slave::doStep(double currentCommunicationPoint, double communicationStepSize) {
-    return statusOf([&] {
+    return statusOf("fmi2DoStep", [&] {
         return fmi2_import_do_step(fmu_, currentCommunicationPoint, communicationStepSize,
                                    fmi2_true);
     });
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, double value) {
-    return statusOf([&] { return fmi2_import_set_real(fmu_, &reference, 1, &value); });
+    return statusOf("fmi2SetReal",
+                    [&] { return fmi2_import_set_real(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, int value) {
-    return statusOf([&] { return fmi2_import_set_integer(fmu_, &reference, 1, &value); });
+    return statusOf("fmi2SetInteger",
+                    [&] { return fmi2_import_set_integer(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, const char* value) {
-    return statusOf([&] { return fmi2_import_set_string(fmu_, &reference, 1, &value); });
+    return statusOf("fmi2SetString",
+                    [&] { return fmi2_import_set_string(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::get(fmi2_value_reference_t reference, double& value) {
-    return statusOf([&] { return fmi2_import_get_real(fmu_, &reference, 1, &value); });
+    return statusOf("fmi2GetReal",
+                    [&] { return fmi2_import_get_real(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::get(fmi2_value_reference_t reference, int& value) {
-    return statusOf([&] { return fmi2_import_get_integer(fmu_, &reference, 1, &value); });
+    return statusOf("fmi2GetInteger",
+                    [&] { return fmi2_import_get_integer(fmu_, &reference, 1, &value); });
 }
 
 fmi2_status_t Slave::get(fmi2_value_reference_t reference, const char*& value) {
-    return statusOf([&] { return fmi2_import_get_string(fmu_, &reference, 1, &value); });
+    return statusOf("fmi2GetString",
+                    [&] { return fmi2_import_get_string(fmu_, &reference, 1, &value); });
 }
 
 } // namespace fmu_runtime

@@ -8,7 +8,8 @@ namespace fmu_runtime {
 /// The FMU as FMI Library holds it: import context, model description, binary and the one slave.
 ///
 /// FMI Library passes calls on to the binary whether or not there is a slave, so every call that
-/// needs one is refused here with status Fatal when the instantiation failed.
+/// needs one is refused here with status Fatal when the instantiation failed. What a call answers
+/// other than OK is told on standard error by FMI's name of the status.
 ///
 /// An exception that leaves a function of the FMU ends with the call and is its failure: nothing of
 /// it is looked at, and nothing of it is left when the binary, which may hold its type, is
@@ -44,9 +45,6 @@ class Slave {
 
     [[nodiscard]] const char* generationTool() const;
 
-    /// Whether the FMU has an instance.
-    [[nodiscard]] bool isInstantiated() const { return instantiated_; }
-
     /// The variable of a name, or null.
     [[nodiscard]] fmi2_import_variable_t* find(const char* name) const;
 
@@ -64,7 +62,7 @@ class Slave {
 
   private:
     template <typename Call>
-    fmi2_status_t statusOf(Call call);
+    fmi2_status_t statusOf(const char* function, Call call);
 
     jm_callbacks libraryCallbacks_{};
     fmi_import_context_t* context_ = nullptr;

@@ -1,29 +1,13 @@
 #include "fmu_runtime/instance.h"
 
-#include <cstdio>
 #include <limits>
 
 using namespace fmu_runtime;
 
 namespace {
 
-/// The log says that a call failed; which of FMI's statuses it was is told on standard error.
-std::int32_t resultOf(const FmiToolsInstance& instance, const char* function, fmi2_status_t status,
-                      std::int32_t failure) {
-    if (status == fmi2_status_ok) {
-        return success;
-    }
-    if (instance.slave.isInstantiated()) {
-        std::fprintf(stderr, "%s returned %s\n", function, fmi2_status_to_string(status));
-    } else {
-        std::fputs("fmi2Instantiate returned no instance\n", stderr);
-    }
-    return failure;
-}
-
-std::int32_t initialisationResult(const FmiToolsInstance* instance, const char* function,
-                                  fmi2_status_t status) {
-    return resultOf(*instance, function, status, initialisationFailed);
+std::int32_t resultOf(fmi2_status_t status, std::int32_t failure) {
+    return status == fmi2_status_ok ? success : failure;
 }
 
 /// Logs `message` as an error when `result` is one; hands the result on.
@@ -37,23 +21,20 @@ std::int32_t reported(FmiToolsInstance* instance, std::int32_t result, const cha
 /// The experiment begins where the FMU is, which is 0 after instantiation; the configured start
 /// time only says where fmiToolsSimulate begins.
 std::int32_t setupExperiment(FmiToolsInstance* instance) {
-    return initialisationResult(instance, "fmi2SetupExperiment",
-                                instance->slave.setupExperiment(instance->currentTime));
+    return resultOf(instance->slave.setupExperiment(instance->currentTime), initialisationFailed);
 }
 
 std::int32_t enterInitialization(FmiToolsInstance* instance) {
     logRuntime(instance, levels::ok, "Entering initialisation mode");
     return reported(instance,
-                    initialisationResult(instance, "fmi2EnterInitializationMode",
-                                         instance->slave.enterInitializationMode()),
+                    resultOf(instance->slave.enterInitializationMode(), initialisationFailed),
                     "Failed to enter initialisation mode");
 }
 
 std::int32_t exitInitialization(FmiToolsInstance* instance) {
     logRuntime(instance, levels::ok, "Exiting initialisation mode");
     return reported(instance,
-                    initialisationResult(instance, "fmi2ExitInitializationMode",
-                                         instance->slave.exitInitializationMode()),
+                    resultOf(instance->slave.exitInitializationMode(), initialisationFailed),
                     "Failed to exit initialisation mode");
 }
 
@@ -101,7 +82,7 @@ std::int32_t doStepTo(FmiToolsInstance& instance, double time) {
     if (status == fmi2_status_ok) {
         instance.currentTime = time; // Not the sum, which would drift away from the caller's times.
     }
-    return resultOf(instance, "fmi2DoStep", status, stepFailed);
+    return resultOf(status, stepFailed);
 }
 
 std::int32_t advanceTo(FmiToolsInstance* instance, double time) {

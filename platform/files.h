@@ -22,6 +22,10 @@ bool isSamePath(const std::filesystem::path& first, const std::filesystem::path&
 /// The process's current directory; `error` says why when it cannot be told.
 std::string currentDirectory(std::error_code& error);
 
+/// Why there is no file at that path that can be read: none is there, a directory is, the rights or
+/// another program forbid it... No error when there is one, or something else that can be read from.
+std::error_code readingFault(const std::filesystem::path& file);
+
 /// Makes `directory` and its missing parents. Answers why it is no directory afterwards, no error
 /// when it is one.
 std::error_code createDirectories(std::string_view directory);

@@ -26,7 +26,12 @@ bool OutputFile::isOpen() const {
 }
 
 std::string OutputFile::lastError() const {
-    return std::system_category().message(error_);
+    return isOfUse(error_) ? "another program is using it" : std::system_category().message(error_);
+}
+
+std::string OutputFile::remedy() const {
+    return isOfUse(error_) ? "end that program"
+                           : "make room and see that its folder is there and may be written";
 }
 
 } // namespace platform

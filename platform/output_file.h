@@ -26,13 +26,20 @@ class OutputFile {
     /// full disk) leaves none of its bytes behind. False when it was not written.
     bool write(std::string_view text);
 
-    /// The system's words for what made the last write() fail.
+    /// The system's words for what made opening or the last write() fail; in our own that another
+    /// program uses the file.
     [[nodiscard]] std::string lastError() const;
+
+    /// What to do about it.
+    [[nodiscard]] std::string remedy() const;
 
     void close();
 
   private:
     friend class HeldDirectory;
+
+    /// Whether that is the system's error for a file that another program uses.
+    static bool isOfUse(int error);
 
     /// Takes over a handle of the system, or the reason why there is none.
     OutputFile(std::intptr_t handle, int error) : handle_(handle), error_(error) {}

@@ -13,6 +13,10 @@ class StreamRedirection {
     /// as it is.
     StreamRedirection(std::FILE* stream, const std::string& path);
     ~StreamRedirection();
+
+    /// The stream's own target meanwhile; the stream where it stays as it is.
+    [[nodiscard]] std::FILE* original() const { return original_ != nullptr ? original_ : stream_; }
+
     StreamRedirection(const StreamRedirection&) = delete;
     StreamRedirection& operator=(const StreamRedirection&) = delete;
     StreamRedirection(StreamRedirection&&) = delete;
@@ -20,7 +24,7 @@ class StreamRedirection {
 
   private:
     std::FILE* stream_;
-    int original_ = -1; ///< Descriptor that keeps the stream's own target.
+    std::FILE* original_ = nullptr; ///< Unbuffered.
 };
 
 } // namespace platform

@@ -94,10 +94,10 @@ void removeAbandoned(const fs::path& parent, std::string_view prefix) {
 
 fs::path makeTemporaryDirectory(std::string_view prefix) {
     std::error_code error;
-    const auto parent = fs::temp_directory_path(error);
+    const auto parent = placeOfTemporaryFiles();
     const auto ownPrefix = std::string(prefix) + std::to_string(processNumber()) + '_';
     removeAbandoned(parent, prefix);
-    auto path = error ? fs::path() : makeUniqueDirectory(parent, ownPrefix, error);
+    auto path = makeUniqueDirectory(parent, ownPrefix, error);
     if (error) {
         throw fs::filesystem_error("cannot make a temporary directory", parent, error);
     }

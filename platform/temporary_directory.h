@@ -49,6 +49,10 @@ std::filesystem::path makeUniqueDirectory(const std::filesystem::path& parent,
 /// cannot be removed. The first reason why something stayed; none, too, when there was nothing.
 std::error_code removeDirectory(const std::filesystem::path& directory);
 
+/// Where the system and the user's environment want temporary files: TMPDIR, or TEMP on Windows,
+/// among others. There may be no such directory.
+std::filesystem::path placeOfTemporaryFiles();
+
 /// Makes a directory that only its owner may use. False, with the reason in `error`, when that
 /// fails; false without a reason when there is one of that name.
 bool createPrivateDirectory(const std::filesystem::path& directory, std::error_code& error);

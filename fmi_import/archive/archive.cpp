@@ -126,8 +126,8 @@ class Survey {
     std::map<std::string, std::string> names_; ///< As they will be here, to as they were packed.
 };
 
-std::string cannotBeWritten(const std::string& reason) {
-    return "it cannot be written: " + reason + "; make room and see that its folder may be written";
+std::string cannotBeWritten(const platform::OutputFile& file) {
+    return "it cannot be written: " + file.lastError() + "; " + file.remedy();
 }
 
 /// Writes entries below one directory and nowhere else.
@@ -162,7 +162,7 @@ class Unpacker {
         }
         platform::OutputFile file = directory_.create(name);
         if (!file.isOpen()) {
-            throw EntryError(entry.name, cannotBeWritten(file.lastError()));
+            throw EntryError(entry.name, cannotBeWritten(file));
         }
         bool isWritten = true;
         const bool isIntact = archive_.read(entry, [&](std::string_view piece) {
@@ -173,7 +173,7 @@ class Unpacker {
             file.close();
             directory_.remove(name);
             throw EntryError(entry.name, isWritten ? "its data is damaged; get the FMU anew"
-                                                   : cannotBeWritten(file.lastError()));
+                                                   : cannotBeWritten(file));
         }
     }
 

@@ -104,6 +104,10 @@ void OutputFile::takeBack(std::size_t size) {
     }
 }
 
+bool OutputFile::isOfUse(int error) {
+    return error == ETXTBSY;
+}
+
 void OutputFile::close() {
     if (isOpen()) {
         ::close(static_cast<int>(std::exchange(handle_, -1)));

@@ -11,16 +11,22 @@ StreamRedirection::StreamRedirection(std::FILE* stream, const std::string& path)
         return;
     }
     std::fflush(stream_);
-    original_ = fcntl(fileno(stream_), F_DUPFD_CLOEXEC, 0);
-    dup2(file, fileno(stream_));
+    const int kept = fcntl(fileno(stream_), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    original_ = kept < 0 ? nullptr : fdopen(kept, "w");
+    if (original_ != nullptr) {
+        std::setvbuf(original_, nullptr, _IONBF, 0);
+        dup2(file, fileno(stream_));
+    } else if (kept >= 0) {
+        close(kept);
+    }
     close(file);
 }
 
 StreamRedirection::~StreamRedirection() {
-    if (original_ >= 0) {
+    if (original_ != nullptr) {
         std::fflush(stream_);
-        dup2(original_, fileno(stream_));
-        close(original_);
+        dup2(fileno(original_), fileno(stream_));
+        std::fclose(original_);
     }
 }
 

@@ -2,12 +2,23 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace platform {
+
+std::filesystem::path placeOfTemporaryFiles() {
+    for (const char* variable : {"TMPDIR", "TMP", "TEMP", "TEMPDIR"}) {
+        const char* place = std::getenv(variable);
+        if (place != nullptr && *place != '\0') {
+            return place;
+        }
+    }
+    return "/tmp";
+}
 
 bool createPrivateDirectory(const std::filesystem::path& directory, std::error_code& error) {
     error.clear();

@@ -2,6 +2,8 @@
 
 #include "platform/path_style.h"
 
+#include <filesystem>
+#include <system_error>
 #include <windows.h>
 
 namespace platform {
@@ -26,6 +28,42 @@ std::string narrowPath(const std::filesystem::path& path) {
     std::string narrow(static_cast<std::size_t>(length), '\0');
     WideCharToMultiByte(CP_ACP, 0, wide.data(), size, narrow.data(), length, nullptr, nullptr);
     return narrow;
+}
+
+namespace {
+
+/// In the terms that all systems share, where they have one.
+std::error_code errorOf(DWORD error) {
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_INVALID_NAME:
+        return std::make_error_code(std::errc::no_such_file_or_directory);
+    case ERROR_ACCESS_DENIED:
+        return std::make_error_code(std::errc::permission_denied);
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+        return std::make_error_code(std::errc::device_or_resource_busy);
+    default:
+        return {static_cast<int>(error), std::system_category()};
+    }
+}
+
+} // namespace
+
+std::error_code readingFault(const std::filesystem::path& file) {
+    std::error_code unknown;
+    if (std::filesystem::is_directory(file, unknown)) {
+        return std::make_error_code(std::errc::is_a_directory);
+    }
+    const HANDLE handle = CreateFileW(file.c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return errorOf(GetLastError());
+    }
+    CloseHandle(handle);
+    return {};
 }
 
 bool isSamePath(const std::filesystem::path& first, const std::filesystem::path& second) {

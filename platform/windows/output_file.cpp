@@ -34,6 +34,11 @@ void OutputFile::takeBack(std::size_t size) {
     }
 }
 
+bool OutputFile::isOfUse(int error) {
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION ||
+           error == ERROR_USER_MAPPED_FILE;
+}
+
 void OutputFile::close() {
     if (isOpen()) {
         CloseHandle(native(std::exchange(handle_, -1)));

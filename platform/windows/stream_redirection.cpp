@@ -16,16 +16,22 @@ StreamRedirection::StreamRedirection(std::FILE* stream, const std::string& path)
         return;
     }
     std::fflush(stream_);
-    original_ = _dup(_fileno(stream_));
-    _dup2(file, _fileno(stream_));
+    const int kept = _dup(_fileno(stream_));
+    original_ = kept < 0 ? nullptr : _fdopen(kept, "w");
+    if (original_ != nullptr) {
+        std::setvbuf(original_, nullptr, _IONBF, 0);
+        _dup2(file, _fileno(stream_));
+    } else if (kept >= 0) {
+        _close(kept);
+    }
     _close(file);
 }
 
 StreamRedirection::~StreamRedirection() {
-    if (original_ >= 0) {
+    if (original_ != nullptr) {
         std::fflush(stream_);
-        _dup2(original_, _fileno(stream_));
-        _close(original_);
+        _dup2(_fileno(original_), _fileno(stream_));
+        std::fclose(original_);
     }
 }
 

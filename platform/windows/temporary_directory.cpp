@@ -1,6 +1,7 @@
 #include "platform/temporary_directory.h"
 
 #include <aclapi.h>
+#include <array>
 #include <memory>
 #include <vector>
 #include <windows.h>
@@ -65,6 +66,12 @@ bool isRealDirectory(const std::filesystem::path& path) {
 }
 
 } // namespace
+
+std::filesystem::path placeOfTemporaryFiles() {
+    std::array<wchar_t, MAX_PATH + 1> place{};
+    const DWORD size = GetTempPathW(static_cast<DWORD>(place.size()), place.data());
+    return std::wstring(place.data(), size < place.size() ? size : 0);
+}
 
 // Directories take the rights of their parent, and the place for temporary files is the user's own.
 bool createPrivateDirectory(const std::filesystem::path& directory, std::error_code& error) {

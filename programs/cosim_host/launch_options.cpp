@@ -166,6 +166,8 @@ void addRunOptions(CLI::App& app, LaunchOptions& options, GivenOptions& given) {
     program_support::addPlotOptions(
         app, options.plot, "columns of the output file",
         "Names of the columns to draw, separated by commas (default: the first ones)");
+    app.add_flag("--debug-logging", options.debugLogging,
+                 "Show what the solver, its FMU and their libraries print");
     app.add_flag("-q,--quiet", options.quiet, "No progress bar and no summary");
 }
 

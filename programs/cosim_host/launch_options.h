@@ -28,7 +28,8 @@ struct LaunchOptions {
     bool skipByOption = false;
     bool skipByParameter = false;
     bool quiet = false;
-    bool strict = false; ///< Warnings and errors in the log make the run a failed one.
+    bool debugLogging = false; ///< Show what the solver prints.
+    bool strict = false;       ///< Warnings and errors in the log make the run a failed one.
 
     bool wholeCar = false;          ///< A car on four tyres instead of a quarter of one.
     PerWheelText wheelCommandLines; ///< The solvers' own; empty: `commandLine`.

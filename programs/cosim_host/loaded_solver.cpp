@@ -3,9 +3,11 @@
 #include "platform/files.h"
 #include "platform/program_path.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
+#include "programs/support/kept_output.h"
 
-#include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace cosim_host {
 
@@ -25,7 +27,20 @@ std::string absolutePath(const std::string& path) {
 
 } // namespace
 
-LoadedSolver::LoadedSolver(const std::string& library) {
+LoadedSolver::LoadedSolver(const std::string& library, std::filesystem::path keptIn)
+    : keptIn_(std::move(keptIn)) {
+    program_support::requireReadableFile(library);
+    const program_support::KeptOutput kept(keptIn_);
+    make(library);
+}
+
+LoadedSolver::~LoadedSolver() {
+    const program_support::KeptOutput kept(keptIn_);
+    solver_.reset();
+    library_.close();
+}
+
+void LoadedSolver::make(const std::string& library) {
     if (!library_.open(absolutePath(library))) {
         throw InputError("cannot load the solver library '" + library + "': " + library_.error() +
                          "; name a solver library for this platform with --solver");

@@ -17,9 +17,11 @@
 #include "programs/support/early_end.h"
 #include "programs/support/exit_status.h"
 #include "programs/support/input_error.h"
+#include "programs/support/kept_output.h"
 #include "programs/support/output_files.h"
 #include "programs/support/plot.h"
 #include "programs/support/progress_bar.h"
+#include "programs/support/temporary_directory.h"
 #include "reference_host/simulation.h"
 
 #include <array>
@@ -27,6 +29,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -39,8 +42,13 @@ namespace cosim_host {
 
 namespace {
 
+using platform::TemporaryDirectory;
 using program_support::CsvTable;
 using reference_host::Simulation;
+
+TemporaryDirectory makeTemporaryDirectory() {
+    return program_support::makeTemporaryDirectory("cosim_host_");
+}
 
 template <typename Parameters>
 Parameters vehicleOf(const LaunchOptions& options) {
@@ -118,10 +126,24 @@ void requireDistinctFiles(const LaunchOptions& options, const Partners& partners
     program_support::requireDistinctFiles(inputs, outputs);
 }
 
+void requireFmus(const LaunchOptions& options, const Partners& partners) {
+    if (options.solverLibrary.empty()) { // What another solver's command line names is its own.
+        for (const Partner* partner : partners) {
+            partner->requireFmu();
+        }
+    }
+}
+
+/// Where what the solvers print is kept; empty when the user wants to see it.
+std::filesystem::path keptIn(const LaunchOptions& options, const TemporaryDirectory& temporary) {
+    return options.debugLogging ? std::filesystem::path() : temporary.path();
+}
+
 /// Runs a solver, or several that act as one, with what it is coupled to.
 int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, HostModel& model,
-          const Partners& partners) {
+          const Partners& partners, const TemporaryDirectory& temporary) {
     requireDistinctFiles(options, partners);
+    requireFmus(options, partners);
     std::vector<SolverFiles> files;
     bool parametersUsable = true;
     for (const Partner* partner : partners) {
@@ -141,12 +163,21 @@ int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, 
         program_support::removeFormerFile(each.results);
     }
     program_support::CallWatch watch("cosim_host: the solver", options.timeout);
-    watch.setLog(files.size() == 1 ? platform::narrowPath(files.front().log) : "");
-    Recorder recorder(model.signals(), options.outputFile);
-    program_support::ProgressBar progress(stderr, 0.0, options.plan.stopTime, !options.quiet);
+    watch.setTemporaryDirectory(temporary.path());
     RunPlan plan = options.plan;
-    plan.solverLog = files.front().log;
-    RunReport report = RunDriver(solver, simulation, model, recorder, plan).run(earlyEnd, progress);
+    plan.solverLog = files.size() == 1 ? files.front().log : std::filesystem::path();
+    plan.keptIn = keptIn(options, temporary);
+    watch.setLog(platform::narrowPath(plan.solverLog));
+    Recorder recorder(model.signals(), options.outputFile);
+    RunReport report = [&] {
+        const program_support::KeptOutput kept(plan.keptIn);
+        plan.errors = kept.error();
+        program_support::ProgressBar progress(plan.errors, 0.0, plan.stopTime, !options.quiet);
+        return RunDriver(solver, simulation, model, recorder, plan).run(earlyEnd, progress);
+    }();
+    for (const std::string& complaint : report.complaints) {
+        std::cerr << complaint << '\n';
+    }
     report.outcome = checkLogs(report, files, options.strict);
     if (options.strict && !parametersUsable) {
         report.outcome = RunOutcome::failed;
@@ -161,9 +192,11 @@ int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, 
 }
 
 int runWithOneSolver(const LaunchOptions& options) {
-    Partner partner(options, options.commandLine, options.workingDirectory);
+    const auto temporary = makeTemporaryDirectory();
+    Partner partner(options, options.commandLine, options.workingDirectory,
+                    keptIn(options, temporary));
     const std::unique_ptr<HostModel> model = makeModel(partner, options);
-    return drive(options, partner.solver(), partner.simulation(), *model, {&partner});
+    return drive(options, partner.solver(), partner.simulation(), *model, {&partner}, temporary);
 }
 
 /// Makes the folder of a wheel's solver in the working directory.
@@ -179,7 +212,8 @@ std::string makeWheelFolder(const LaunchOptions& options, const char* wheel) {
     return platform::narrowPath(folder);
 }
 
-std::vector<std::unique_ptr<Partner>> makeWheelPartners(const LaunchOptions& options) {
+std::vector<std::unique_ptr<Partner>> makeWheelPartners(const LaunchOptions& options,
+                                                        const TemporaryDirectory& temporary) {
     if (std::getenv("TEST_OUTPUT_PATH") != nullptr) {
         throw program_support::InputError(
             "TEST_OUTPUT_PATH sends the logs and results of all wheels to the same files; unset it "
@@ -188,15 +222,16 @@ std::vector<std::unique_ptr<Partner>> makeWheelPartners(const LaunchOptions& opt
     std::vector<std::unique_ptr<Partner>> partners;
     for (std::size_t i = 0; i < wheelCount; ++i) {
         const std::string& own = options.wheelCommandLines[i];
-        partners.push_back(std::make_unique<Partner>(options,
-                                                     own.empty() ? options.commandLine : own,
-                                                     makeWheelFolder(options, wheelNames[i])));
+        partners.push_back(std::make_unique<Partner>(
+            options, own.empty() ? options.commandLine : own,
+            makeWheelFolder(options, wheelNames[i]), keptIn(options, temporary)));
     }
     return partners;
 }
 
 int runWithACar(const LaunchOptions& options) {
-    const auto partners = makeWheelPartners(options);
+    const auto temporary = makeTemporaryDirectory();
+    const auto partners = makeWheelPartners(options, temporary);
     const auto of = [&](auto make) { return std::array{make(0), make(1), make(2), make(3)}; };
     const Tracks tracks = {makeRoad(options.road),
                            makeRoad(options.rightRoad.empty() ? options.road : options.rightRoad)};
@@ -213,7 +248,7 @@ int runWithACar(const LaunchOptions& options) {
         all.push_back(partner.get());
     }
     Simulation ofNoSolver; // each has its own
-    return drive(options, solvers, ofNoSolver, *car, all);
+    return drive(options, solvers, ofNoSolver, *car, all, temporary);
 }
 
 int run(const LaunchOptions& options) {

@@ -1,12 +1,16 @@
 #include "programs/cosim_host/partner.h"
 
 #include "platform/files.h"
+#include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
+#include "programs/support/kept_output.h"
 #include "reference_host/argument_list.h"
 #include "run_config/parameters_file.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
+#include <system_error>
 
 namespace cosim_host {
 
@@ -17,13 +21,33 @@ std::vector<std::string> split(const std::string& commandLine) {
     return {arguments.values(), arguments.values() + arguments.count()};
 }
 
+/// Why the solver cannot use a parameters file; empty when it can. The solver will say again what
+/// the reader says.
+std::string parametersFault(const std::string& file, const std::filesystem::path& keptIn) {
+    if (const auto fault = platform::readingFault(platform::nativePath(file))) {
+        return fault.message();
+    }
+    bool isRead = false;
+    {
+        const program_support::KeptOutput kept(keptIn);
+        run_config::FmuParameterMap parameters;
+        isRead = run_config::readParametersFile(file, parameters);
+    }
+    if (!keptIn.empty()) {
+        program_support::takeKeptMessages(keptIn);
+    }
+    return isRead ? "" : "it is no well-formed XML of FMUSettings, version 1.0";
+}
+
 } // namespace
 
 Partner::Partner(const LaunchOptions& options, const std::string& commandLine,
-                 const std::string& workingDirectory)
-    : arguments_(split(commandLine)),
+                 const std::string& workingDirectory, const std::filesystem::path& keptIn)
+    : keptIn_(keptIn),
+      arguments_(split(commandLine)),
       files_(solverFiles(workingDirectory, arguments_.empty() ? "" : arguments_.front())),
-      solver_(options.solverLibrary.empty() ? defaultSolverLibrary() : options.solverLibrary) {
+      solver_(options.solverLibrary.empty() ? defaultSolverLibrary() : options.solverLibrary,
+              keptIn) {
     simulation_.setCommandLine(commandLine);
     simulation_.setWorkingDirectory(workingDirectory);
     simulation_.setModelFilePath(options.modelFile.empty() ? workingDirectory + "/cosim_host"
@@ -31,6 +55,19 @@ Partner::Partner(const LaunchOptions& options, const std::string& commandLine,
     simulation_.setCoupled(!options.standalone);
     simulation_.setStepSkipOption(options.skipByOption);
     simulation_.setStepSkipParameter(options.skipByParameter);
+}
+
+void Partner::requireFmu() const {
+    if (arguments_.empty()) {
+        throw program_support::InputError(
+            "--command-line names no FMU; begin it with the path of one");
+    }
+    const std::string& fmu = arguments_.front();
+    const std::string withEnding = fmu + ".zip"; // An FMU may be named without it.
+    std::error_code unknown;
+    const bool isShort = !std::filesystem::exists(platform::nativePath(fmu), unknown) &&
+                         std::filesystem::exists(platform::nativePath(withEnding), unknown);
+    program_support::requireArchive(isShort ? withEnding : fmu);
 }
 
 std::vector<program_support::RunFile> Partner::inputs() const {
@@ -53,11 +90,11 @@ std::vector<program_support::RunFile> Partner::outputs() const {
 bool Partner::checkParametersFiles() const {
     bool usable = true;
     for (const std::string& file : parametersFiles()) {
-        run_config::FmuParameterMap parameters;
-        if (!run_config::readParametersFile(file, parameters)) {
+        const std::string fault = parametersFault(file, keptIn_);
+        if (!fault.empty()) {
             std::cerr << "cosim_host: the parameters file '" << file
-                      << "' cannot be used, the solver runs without it; check its path, or write "
-                         "one by fmu_run --write-parameters\n";
+                      << "' cannot be used, the solver runs without it: " << fault
+                      << "; correct it, or write one by fmu_run --write-parameters\n";
             usable = false;
         }
     }

@@ -7,6 +7,7 @@
 #include "programs/support/distinct_files.h"
 #include "reference_host/simulation.h"
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -15,11 +16,16 @@ namespace cosim_host {
 /// A solver and what the host holds for it.
 class Partner {
   public:
-    /// Loads the solver of `options` for a command line and a working directory of its own.
+    /// Loads the solver of `options` for a command line and a working directory of its own. What it
+    /// prints is kept in the directory `keptIn`; let through when that is empty.
     ///
     /// @throws program_support::InputError when it cannot be loaded.
     Partner(const LaunchOptions& options, const std::string& commandLine,
-            const std::string& workingDirectory);
+            const std::string& workingDirectory, const std::filesystem::path& keptIn);
+
+    /// @throws program_support::InputError unless the command line begins with the path of an
+    ///         archive. Only for the solver that belongs to this program.
+    void requireFmu() const;
 
     [[nodiscard]] Solver& solver() const { return *solver_; }
 
@@ -47,6 +53,7 @@ class Partner {
     [[nodiscard]] bool wasTold(const char* option) const;
     [[nodiscard]] std::vector<std::string> parametersFiles() const;
 
+    std::filesystem::path keptIn_;
     std::vector<std::string> arguments_; ///< As the solver will see them.
     SolverFiles files_;
     reference_host::Simulation simulation_;

@@ -54,7 +54,8 @@ Recorder::Recorder(std::vector<Signal> signals, const std::string& file)
     file_ = platform::OutputFile(path_.c_str());
     if (!file_.isOpen()) {
         throw program_support::InputError("cannot write the output file '" + path_ +
-                                          "'; choose another place with --output-file");
+                                          "': " + file_.lastError() +
+                                          "; choose another place with --output-file");
     }
     std::string header = "time[s]";
     for (const Signal& signal : signals_) {

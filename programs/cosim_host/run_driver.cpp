@@ -56,6 +56,7 @@ RunReport RunDriver::run(const EarlyEnd& earlyEnd, ProgressBar& progress) {
     const bool configured = perform(printBanner, [&] { solver_.printBanner(); }) &&
                             perform(parseCommandLine, [&] { solver_.parseCommandLine(manager); });
     if (!configured) {
+        takeMessages();
         return report_;
     }
     if (perform(setUp, [&] { solver_.setUp(manager); }) && begin()) {
@@ -63,6 +64,7 @@ RunReport RunDriver::run(const EarlyEnd& earlyEnd, ProgressBar& progress) {
     }
     progress.finish();
     perform(terminate, [&] { solver_.terminate(); });
+    takeMessages();
     return report_;
 }
 
@@ -124,11 +126,13 @@ bool RunDriver::received(const char* operation, Call call) {
 template <typename Call>
 bool RunDriver::perform(const Operation& operation, Call call) {
     simulation_.resetFailureCode();
-    const bool returned = received(operation.name, [&] {
+    try {
         const program_support::ForeignCall active(operation.call, report_.reachedTime);
         call();
-    });
-    return returned && acceptFailureCode(operation.name);
+    } catch (const std::exception& error) {
+        return failWithReason(operation.name, error.what());
+    }
+    return acceptFailureCode(operation.name);
 }
 
 bool RunDriver::acceptFailureCode(const char* operation) {
@@ -136,13 +140,30 @@ bool RunDriver::acceptFailureCode(const char* operation) {
     if (code == 0) {
         return true;
     }
-    fail(operation, "the solver reported failure code " + std::to_string(code) + "; " +
-                        program_support::reasonInLog(platform::narrowPath(plan_.solverLog)));
+    failWithReason(operation, "the solver reported failure code " + std::to_string(code));
     return plan_.keepGoing;
 }
 
+bool RunDriver::failWithReason(const char* operation, const std::string& problem) {
+    const std::string reason = takeMessages().reason();
+    const std::string log = platform::narrowPath(plan_.solverLog);
+    return fail(operation,
+                problem + reason + (log.empty() ? "" : "; " + program_support::reasonInLog(log)));
+}
+
+/// What failed is reported at once, what was complained of in the end.
+program_support::KeptMessages RunDriver::takeMessages() {
+    if (plan_.keptIn.empty()) {
+        return {};
+    }
+    auto messages = program_support::takeKeptMessages(plan_.keptIn);
+    report_.complaints.insert(report_.complaints.end(), messages.complaints.begin(),
+                              messages.complaints.end());
+    return messages;
+}
+
 bool RunDriver::fail(const char* operation, const std::string& problem) {
-    std::fprintf(stderr, "cosim_host: %s at %s s: %s\n", operation,
+    std::fprintf(plan_.errors, "cosim_host: %s at %s s: %s\n", operation,
                  shortNumber(report_.reachedTime).c_str(),
                  program_support::terminalText(problem).c_str());
     report_.outcome = RunOutcome::failed;

@@ -4,13 +4,16 @@
 #include "programs/cosim_host/host_model.h"
 #include "programs/cosim_host/recorder.h"
 #include "programs/support/early_end.h"
+#include "programs/support/kept_output.h"
 #include "programs/support/progress_bar.h"
 #include "programs/support/step_grid.h"
 #include "reference_host/simulation.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace cosim_host {
 
@@ -19,7 +22,9 @@ struct RunPlan {
     double stepSize = 0.001;
     double stopTime = 16.0;
     bool keepGoing = false;          ///< Go on after a failure code.
-    std::filesystem::path solverLog; ///< Where the solver tells why it failed.
+    std::filesystem::path solverLog; ///< Where the solver tells why it failed; empty for several.
+    std::filesystem::path keptIn;    ///< Holds what the solver prints; empty: it is not kept.
+    std::FILE* errors = stderr;      ///< Where failures are reported.
 };
 
 struct Operation;
@@ -32,10 +37,11 @@ struct RunReport {
     std::int64_t steps = 0;
     double reachedTime = 0.0; ///< Simulated seconds.
     double elapsed = 0.0;     ///< Seconds of the clock, without setting up and terminating.
+    std::vector<std::string> complaints; ///< That the solver printed.
 };
 
 /// Drives a solver through a run in the order that solvers are built for. After each operation it
-/// looks at the failure code, which it resets before, and reports one on standard error.
+/// looks at the failure code, which it resets before, and reports one.
 class RunDriver {
   public:
     /// All that is passed in must outlive the driver.
@@ -57,6 +63,8 @@ class RunDriver {
     template <typename Call>
     bool perform(const Operation& operation, Call call);
     bool acceptFailureCode(const char* operation);
+    bool failWithReason(const char* operation, const std::string& problem);
+    program_support::KeptMessages takeMessages();
     bool fail(const char* operation, const std::string& problem);
 
     Solver& solver_;

@@ -1,7 +1,7 @@
 #include "programs/cosim_host/vehicle_parameters.h"
 
-#include "programs/support/file_content.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 #include "programs/support/number_text.h"
 #include "programs/support/trimmed.h"
 
@@ -181,7 +181,7 @@ std::vector<VehicleParameter> parametersOf(CarParameters& parameters) {
 }
 
 void readVehicle(const std::string& path, const std::vector<VehicleParameter>& parameters) {
-    const std::string content = program_support::fileContent(path);
+    const std::string content = program_support::textFileContent(path);
     VehicleReader reader(path, parameters);
     std::string_view rest = content;
     while (!rest.empty()) {

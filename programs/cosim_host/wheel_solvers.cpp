@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <exception>
 #include <stdexcept>
+#include <string>
 
 namespace cosim_host {
 
@@ -16,7 +17,7 @@ void WheelSolvers::eachWheel(Operation operation) {
         try {
             operation(wheel);
         } catch (const std::exception& error) {
-            throw std::runtime_error(wheel.wheel + ": " + error.what());
+            fail(wheel, error.what());
         }
         requireNoFailure(wheel);
     }
@@ -25,10 +26,13 @@ void WheelSolvers::eachWheel(Operation operation) {
 void WheelSolvers::requireNoFailure(const WheelSolver& wheel) {
     const int code = wheel.simulation->failureCode();
     if (code != 0) {
-        throw std::runtime_error(wheel.wheel + ": the solver reported failure code " +
-                                 std::to_string(code) + "; " +
-                                 program_support::reasonInLog(platform::narrowPath(wheel.log)));
+        fail(wheel, "the solver reported failure code " + std::to_string(code));
     }
+}
+
+void WheelSolvers::fail(const WheelSolver& wheel, const std::string& problem) {
+    throw std::runtime_error(wheel.wheel + ": " + problem + "; " +
+                             program_support::reasonInLog(platform::narrowPath(wheel.log)));
 }
 
 void WheelSolvers::printBanner() {

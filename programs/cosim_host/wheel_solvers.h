@@ -46,6 +46,7 @@ class WheelSolvers : public Solver {
     template <typename Operation>
     void eachWheel(Operation operation);
     static void requireNoFailure(const WheelSolver& wheel);
+    [[noreturn]] static void fail(const WheelSolver& wheel, const std::string& problem);
 
     std::array<WheelSolver, wheelCount> wheels_;
     std::size_t setUpCount_ = 0;

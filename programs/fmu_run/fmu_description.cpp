@@ -4,6 +4,7 @@
 #include "programs/fmu_run/fmu_archive.h"
 #include "programs/fmu_run/run_directory.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 #include "programs/support/joined.h"
 
 #include <algorithm>
@@ -185,8 +186,10 @@ void requireVersion2(fmi_version_enu_t version, const LibraryMessages& messages)
     if (version == fmi_version_2_0_enu) {
         return;
     }
-    if (version == fmi_version_1_enu) {
-        throw InputError("it is made for FMI 1.0; export it for FMI 2.0");
+    if (version == fmi_version_1_enu || version == fmi_version_3_0_enu) {
+        throw InputError("it is made for FMI " +
+                         std::string(version == fmi_version_1_enu ? "1.0" : "3.0") +
+                         "; export it for FMI 2.0");
     }
     if (messages.errors.empty()) {
         throw InputError("it is not made for FMI 2.0; export it for FMI 2.0");
@@ -216,6 +219,7 @@ std::string startText(const Variable& variable) {
 }
 
 FmuDescription describeFmu(const std::string& fmuPath) {
+    program_support::requireArchive(fmuPath);
     const RunDirectory directory;
     const auto copy = directory.temporaryFile("description.fmu");
     try {
@@ -233,17 +237,11 @@ FmuDescription describeFmu(const std::string& fmuPath) {
 
 FmuDescription unpackFmu(const std::string& fmuPath, const std::string& unpackDirectory,
                          LibraryMessages* messages) {
+    program_support::requireArchive(fmuPath);
     try {
         return descriptionFrom(fmuPath, unpackDirectory, messages);
     } catch (const InputError& error) {
         throw InputError("cannot use '" + fmuPath + "': " + error.what());
-    }
-}
-
-void requireFile(const std::string& fmuPath) {
-    std::error_code error;
-    if (!fs::is_regular_file(platform::nativePath(fmuPath), error)) {
-        throw InputError("there is no file '" + fmuPath + "'; give the path of an FMU");
     }
 }
 

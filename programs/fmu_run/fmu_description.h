@@ -64,7 +64,4 @@ FmuDescription describeFmu(const std::string& fmuPath);
 FmuDescription unpackFmu(const std::string& fmuPath, const std::string& unpackDirectory,
                          LibraryMessages* messages = nullptr);
 
-/// @throws program_support::InputError when there is no file of that path.
-void requireFile(const std::string& fmuPath);
-
 } // namespace fmu_run

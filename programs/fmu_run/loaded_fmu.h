@@ -2,17 +2,19 @@
 
 #include "fmi_tools.h"
 #include "programs/fmu_run/run_directory.h"
+#include "programs/support/kept_output.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
+#include <vector>
 
 namespace fmu_run {
 
 /// An FMU in the runtime, ended with the object.
 ///
-/// What the runtime and the FMI library print while they load, initialise and end it is kept from
-/// the user's terminal unless it matters: the reason of a failure, and what the FMU itself
-/// complains about.
+/// What it and its libraries print is kept from the user's terminal: while they are loaded and ended,
+/// and as long as somebody holds keepOutput().
 class LoadedFmu {
   public:
     /// Loads and instantiates. `showMessages` lets everything through that is printed.
@@ -27,27 +29,30 @@ class LoadedFmu {
 
     [[nodiscard]] FmiToolsInstance* get() const { return instance_; }
 
+    [[nodiscard]] program_support::KeptOutput keepOutput() const;
+
+    /// What matters of that, since the last time; of an FMU that refused to be instantiated it comes
+    /// with the first call that fails.
+    [[nodiscard]] program_support::KeptMessages takeMessages() const;
+
     /// fmiToolsStartInitialization() and its result code.
     [[nodiscard]] std::int32_t startInitialization();
 
-    /// Whether startInitialization() found an instance. One that the FMU refused fails only there.
-    [[nodiscard]] bool isInstantiated() const { return instantiated_; }
-
     /// fmiToolsEndInitialization() and its result code.
-    [[nodiscard]] std::int32_t endInitialization() const;
+    [[nodiscard]] std::int32_t endInitialization();
 
     /// fmiToolsSimulateToT() and its result code.
     [[nodiscard]] std::int32_t stepTo(double time);
 
   private:
     void load(const std::string& fmuPath, const RunDirectory& directory);
-    void showComplaints() const;
 
-    std::string outputFile_; ///< Where standard output goes meanwhile; empty: it is let through.
-    std::string errorFile_;
+    std::filesystem::path keptIn_; ///< Empty: everything is let through.
     FmiToolsInstance* instance_ = nullptr;
-    bool instantiated_ = true;
     double time_ = 0.0; ///< Where the FMU is, in seconds.
 };
+
+/// Prints what was complained of on standard error.
+void show(const std::vector<std::string>& complaints);
 
 } // namespace fmu_run

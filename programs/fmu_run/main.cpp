@@ -7,6 +7,8 @@
 #include "programs/fmu_run/validation.h"
 #include "programs/support/command_line.h"
 #include "programs/support/exit_status.h"
+#include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 
 #include <iostream>
 
@@ -15,7 +17,7 @@ namespace {
 using namespace fmu_run;
 
 FmuDescription descriptionOf(const Options& options) {
-    requireFile(options.model);
+    program_support::requireReadableFile(options.model);
     return describeFmu(options.model);
 }
 
@@ -43,8 +45,16 @@ int run(int argc, char** argv) {
         "Simulates an FMU of FMI 2.0 for Co-Simulation. The values of its Real variables over time "
         "go to MODEL.csv, the log to MODEL.out, both in the current directory.");
     addOptions(app, options);
-    if (const auto exitStatus = program_support::readCommandLine(app, argc, argv)) {
-        return *exitStatus;
+    try {
+        if (const auto exitStatus = program_support::readCommandLine(app, argc, argv)) {
+            return *exitStatus;
+        }
+    } catch (const program_support::InputError&) {
+        const auto problem = startValueProblem(argc, argv);
+        if (!problem.empty()) {
+            throw program_support::InputError(problem);
+        }
+        throw;
     }
     completeOptions(options);
     try {

@@ -88,6 +88,18 @@ void addOptions(CLI::App& app, Options& options) {
     app.footer(program_support::exitStatusHelp("the FMU"));
 }
 
+std::string startValueProblem(int argc, const char* const* argv) {
+    for (int i = 1; i + 1 < argc; ++i) {
+        const std::string text = argv[i + 1];
+        const auto sign = text.find('=');
+        if (argv[i] == std::string("--start-value") && sign != std::string::npos) {
+            return "--start-value " + text + " is one word, name and value are two; write " +
+                   "--start-value " + text.substr(0, sign) + " " + text.substr(sign + 1);
+        }
+    }
+    return {};
+}
+
 void completeOptions(Options& options) {
     if (options.outputFile.empty()) {
         options.outputFile = stemOf(options.model) + ".csv";

@@ -31,6 +31,10 @@ struct Options {
     bool writeParameters = false;
 };
 
+/// What is wrong with the first --start-value that was written NAME=VALUE; empty when none was. The
+/// value would be the next word of the command line, and the complaint about another one.
+std::string startValueProblem(int argc, const char* const* argv);
+
 /// Adds fmu_run's options to `app`, bound to `options`, which must outlive it.
 void addOptions(CLI::App& app, Options& options);
 

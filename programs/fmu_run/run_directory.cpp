@@ -12,9 +12,10 @@ RunDirectory::RunDirectory(const std::string& unpackDirectory)
           unpackDirectory.empty()
               ? temporary_ / "fmu"
               : std::filesystem::absolute(platform::nativePath(unpackDirectory)))) {
-    if (platform::createDirectories(unpackDirectory_)) {
+    if (const auto error = platform::createDirectories(unpackDirectory_)) {
         throw program_support::InputError("cannot make the directory '" + unpackDirectory_ +
-                                          "'; choose another by --working-directory");
+                                          "': " + error.message() +
+                                          "; choose another by --working-directory");
     }
 }
 

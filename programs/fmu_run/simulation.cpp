@@ -10,6 +10,7 @@
 #include "programs/support/early_end.h"
 #include "programs/support/exit_status.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 #include "programs/support/number_text.h"
 #include "programs/support/output_files.h"
 #include "programs/support/plot.h"
@@ -65,8 +66,7 @@ void initialize(LoadedFmu& fmu, const StartValues& startValues, const InputSigna
         setVariable(fmu.get(), name, value, 0.0);
     }
     if (fmu.startInitialization() != 0) {
-        throw RunFailure(fmu.isInstantiated() ? "it could not enter its initialisation"
-                                              : "it refused to be instantiated (fmi2Instantiate)");
+        throw RunFailure("it could not enter its initialisation");
     }
     inputs.apply(fmu.get(), startTime);
     if (fmu.endInitialization() != 0) {
@@ -137,33 +137,47 @@ void drawPlot(const Options& options, const std::vector<std::string>& columns) {
     }
 }
 
-/// Takes the initialised FMU over the grid, each interval with the inputs of its beginning. Returns
-/// the exit status.
-int runSteps(LoadedFmu& fmu, const StepGrid& grid, const InputSignals& inputs,
-             const EarlyEnd& earlyEnd, const Options& options) {
-    program_support::ProgressBar progress(stderr, grid.startTime(), grid.stopTime(),
-                                          !options.quiet);
+/// Takes the initialised FMU over the grid, each interval with the inputs of its beginning. The time
+/// at which the run ended early, if it did.
+std::optional<double> runSteps(LoadedFmu& fmu, const StepGrid& grid, const InputSignals& inputs,
+                               const EarlyEnd& earlyEnd, program_support::ProgressBar& progress) {
     stepTo(fmu, grid.startTime());
     for (std::int64_t step = 0; step < grid.stepCount(); ++step) {
         const double time = grid.timeAt(step);
         if (earlyEnd.isDue()) {
-            progress.finish();
-            std::cerr << "fmu_run: " << earlyEnd.reason() << " at t = " << shortNumber(time)
-                      << " s; the results up to there are in '" << options.outputFile << "'\n";
-            return program_support::interruptedStatus;
+            return time;
         }
         inputs.apply(fmu.get(), time);
         stepTo(fmu, grid.timeAt(step + 1));
         progress.update(grid.timeAt(step + 1));
     }
-    progress.finish();
-    return 0;
+    return std::nullopt;
+}
+
+/// With the reason that the FMU, FMI's status or the log gives.
+RunFailure explained(const RunFailure& failure, const LoadedFmu& fmu, const Options& options) {
+    const auto messages = fmu.takeMessages();
+    if (messages.isRefused) {
+        return RunFailure("it refused to be instantiated (fmi2Instantiate) " +
+                          (messages.complaints.empty()
+                               ? "without a word; ask its maker why"
+                               : "and says: " + messages.complaints.back()));
+    }
+    show(messages.complaints);
+    return RunFailure(failure.what() + messages.reason() + "; " +
+                      program_support::reasonInLog(options.logFile));
+}
+
+int reportEarlyEnd(const EarlyEnd& earlyEnd, double time, const Options& options) {
+    std::cerr << "fmu_run: " << earlyEnd.reason() << " at t = " << shortNumber(time)
+              << " s; the results up to there are in '" << options.outputFile << "'\n";
+    return program_support::interruptedStatus;
 }
 
 } // namespace
 
 int simulate(const Options& options) {
-    requireFile(options.model);
+    program_support::requireReadableFile(options.model);
     const EarlyEnd earlyEnd(options.timeout);
     program_support::CallWatch watch("fmu_run: '" + options.model + "'", options.timeout);
     const RunDirectory directory(options.workingDirectory);
@@ -180,13 +194,17 @@ int simulate(const Options& options) {
     std::optional<LoadedFmu> fmu(std::in_place, options.model, directory, options.debugLogging);
     openFiles(fmu->get(), options);
     watch.setLog(options.logFile);
-    int exitStatus = 0;
+    std::optional<double> endedAt;
     try {
+        const auto kept = fmu->keepOutput();
         initialize(*fmu, startValues, inputs, grid.startTime());
-        exitStatus = runSteps(*fmu, grid, inputs, earlyEnd, options);
+        program_support::ProgressBar progress(kept.error(), grid.startTime(), grid.stopTime(),
+                                              !options.quiet);
+        endedAt = runSteps(*fmu, grid, inputs, earlyEnd, progress);
     } catch (const RunFailure& failure) {
-        throw RunFailure(failure.what() + ("; " + program_support::reasonInLog(options.logFile)));
+        throw explained(failure, *fmu, options);
     }
+    const int exitStatus = endedAt ? reportEarlyEnd(earlyEnd, *endedAt, options) : 0;
     fmu.reset();
     requireCompleteLog(options);
     if (exitStatus == 0) {

@@ -7,6 +7,7 @@
 #include "programs/support/call_watch.h"
 #include "programs/support/exit_status.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 #include "programs/support/number_text.h"
 
 #include <algorithm>
@@ -124,17 +125,27 @@ void reportLog(const std::string& logFile, Findings& findings) {
     }
 }
 
-void checkFirstStep(LoadedFmu& fmu, const FmuDescription& model, Findings& findings) {
+/// What is wrong with the initialisation and the first step; empty when nothing is.
+std::string firstStepProblem(LoadedFmu& fmu, double step) {
+    const auto kept = fmu.keepOutput();
     if (fmu.startInitialization() != 0 || fmu.endInitialization() != 0) {
-        findings.error("the FMU cannot be initialised with its start values; set those it needs by "
-                       "--start-value and see the log of that run");
-        return;
+        return "the FMU cannot be initialised with its start values" + fmu.takeMessages().reason() +
+               "; set those it needs by --start-value and see the log of that run";
     }
+    if (fmu.stepTo(step) != 0) {
+        return "the first step, to t = " + shortNumber(step) + " s, failed" +
+               fmu.takeMessages().reason() +
+               "; try a smaller --output-interval and see the log of that run";
+    }
+    return {};
+}
+
+void checkFirstStep(LoadedFmu& fmu, const FmuDescription& model, Findings& findings) {
     const double wanted = model.defaultExperiment.stepSize;
     const double step = wanted > 0.0 && std::isfinite(wanted) ? wanted : 0.001;
-    if (fmu.stepTo(step) != 0) {
-        findings.error("the first step, to t = " + shortNumber(step) +
-                       " s, failed; try a smaller --output-interval and see the log of that run");
+    const auto problem = firstStepProblem(fmu, step);
+    if (!problem.empty()) {
+        findings.error(problem);
     }
 }
 
@@ -155,7 +166,7 @@ void checkRun(const Options& options, const RunDirectory& directory, const FmuDe
 } // namespace
 
 int validate(const Options& options) {
-    requireFile(options.model);
+    program_support::requireReadableFile(options.model);
     program_support::CallWatch watch("fmu_run: '" + options.model + "'", options.timeout);
     const RunDirectory directory;
     watch.setTemporaryDirectory(directory.temporary());

@@ -1,12 +1,46 @@
 #include "programs/support/command_line.h"
 
 #include "programs/support/input_error.h"
+#include "programs/support/nearest_text.h"
 #include "programs/support/number_text.h"
 #include "programs/support/program_description.h"
 
+#include <algorithm>
 #include <iostream>
+#include <string>
+#include <vector>
 
 namespace program_support {
+
+namespace {
+
+std::string nearestOption(const CLI::App& app, const std::string& word) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) {
+            names.push_back("--" + name);
+        }
+    }
+    return nearestText(word, names);
+}
+
+/// About the first word that no option takes, as the user wrote it: the rest follows from it.
+std::string unexpectedWord(const CLI::App& app, int argc, const char* const* argv) {
+    const auto extras = app.remaining();
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    const auto first = std::ranges::find_if(words, [&](const std::string& word) {
+        return std::ranges::find(extras, word) != extras.end();
+    });
+    const std::string word = first != words.end() ? *first : extras.front();
+    if (!word.starts_with('-')) {
+        return "'" + word + "' is not expected;";
+    }
+    const auto nearest = nearestOption(app, word.substr(0, word.find('=')));
+    return "there is no option '" + word + "';" +
+           (nearest.empty() ? "" : " did you mean " + nearest + "?");
+}
+
+} // namespace
 
 void beginCommandLine(CLI::App& app, const std::string& name, const std::string& description) {
     app.name(name);
@@ -33,6 +67,8 @@ std::optional<int> readCommandLine(CLI::App& app, int argc, const char* const* a
         return std::nullopt;
     } catch (const CLI::Success& success) {
         return app.exit(success);
+    } catch (const CLI::ExtrasError&) {
+        throw InputError(unexpectedWord(app, argc, argv) + " see " + app.get_name() + " --help");
     } catch (const CLI::ParseError& error) {
         throw InputError(std::string(error.what()) + "; see " + app.get_name() + " --help");
     }

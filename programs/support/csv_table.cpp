@@ -1,7 +1,7 @@
 #include "programs/support/csv_table.h"
 
-#include "programs/support/file_content.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 #include "programs/support/number_text.h"
 #include "programs/support/trimmed.h"
 
@@ -44,7 +44,7 @@ std::string takePlain(std::string_view& rest) {
 CsvTable CsvTable::read(const std::string& path) {
     CsvTable table;
     table.path_ = path;
-    table.content_ = fileContent(path);
+    table.content_ = textFileContent(path);
     const std::string_view content = table.content_;
     std::size_t lineNumber = 0;
     std::size_t begin = content.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;

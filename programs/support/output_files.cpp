@@ -19,6 +19,8 @@ std::string obstacleAt(const fs::path& file) {
     switch (fs::status(file, error).type()) {
     case fs::file_type::not_found:
         return isLink ? "it is a link to a file that is not there" : "";
+    case fs::file_type::directory:
+        return "it is a directory";
     case fs::file_type::fifo:
         return "it is a pipe, not a file";
     case fs::file_type::socket:
@@ -29,17 +31,23 @@ std::string obstacleAt(const fs::path& file) {
     }
 }
 
+/// `reason` ends in a remedy, or in ";".
 std::string problemWith(const std::string& path, const std::string& what, const std::string& reason,
                         const std::string& option) {
-    return "cannot write the " + what + " '" + path + "': " + reason + "; choose another by " +
+    return "cannot write the " + what + " '" + path + "': " + reason + " choose another by " +
            option;
+}
+
+std::string problemWith(const std::string& path, const std::string& what,
+                        const platform::OutputFile& file, const std::string& option) {
+    return problemWith(path, what, file.lastError() + "; " + file.remedy() + ", or", option);
 }
 
 void requireNoObstacle(const std::string& path, const std::string& what,
                        const std::string& option) {
     const auto obstacle = obstacleAt(platform::nativePath(path));
     if (!obstacle.empty()) {
-        throw std::runtime_error(problemWith(path, what, obstacle, option));
+        throw std::runtime_error(problemWith(path, what, obstacle + ";", option));
     }
 }
 
@@ -49,7 +57,7 @@ void clearOutputFile(const std::string& path, const std::string& what, const std
     requireNoObstacle(path, what, option);
     platform::OutputFile file(path.c_str());
     if (!file.isOpen()) {
-        throw InputError(problemWith(path, what, file.lastError(), option));
+        throw InputError(problemWith(path, what, file, option));
     }
     file.close();
     removeFormerFile(platform::nativePath(path));
@@ -67,7 +75,7 @@ void writeOutputFile(const std::string& path, std::string_view content, const st
     requireNoObstacle(path, what, option);
     platform::OutputFile file(path.c_str());
     if (!file.isOpen() || !file.write(content)) {
-        throw std::runtime_error(problemWith(path, what, file.lastError(), option));
+        throw std::runtime_error(problemWith(path, what, file, option));
     }
 }
 
