@@ -1,7 +1,7 @@
 # add_program_texts(<program>): its manual page and its completion for bash, written by the program
-# itself so that they say what --help says, and installed with it. A cross build has no way to ask.
+# itself so that they say what --help says, and installed with it.
 function(add_program_texts program)
-  if(CMAKE_CROSSCOMPILING)
+  if(WIN32) # has neither man nor bash
     return()
   endif()
   set(directory "${PROJECT_BINARY_DIR}/program_texts")

@@ -40,7 +40,8 @@
  * What fails is also a line in the log, except: a null handle; a load, whose reasons are on
  * standard error; a log or results file that cannot be opened; and fmiToolsSetVariableValue() for a
  * variable that does not exist or has no supported type. An exception that leaves a function of the
- * FMU is the failure of that call. No function throws or ends the process.
+ * FMU is the failure of that call. Standard error says by FMI's name with which status a call
+ * failed, such as "fmi2DoStep returned Discard". No function throws or ends the process.
  *
  * @par The log
  * A line is "[time][module][category][level] message": the local time in the form of the locale

@@ -134,6 +134,14 @@ void requireFmus(const LaunchOptions& options, const Partners& partners) {
     }
 }
 
+/// What an earlier run left and cannot be replaced would be taken for this run's.
+void clearFormer(const std::filesystem::path& file, const std::string& what) {
+    std::error_code unknown;
+    if (std::filesystem::is_regular_file(file, unknown)) {
+        program_support::clearOutputFile(platform::narrowPath(file), what, "--working-directory");
+    }
+}
+
 /// Where what the solvers print is kept; empty when the user wants to see it.
 std::filesystem::path keptIn(const LaunchOptions& options, const TemporaryDirectory& temporary) {
     return options.debugLogging ? std::filesystem::path() : temporary.path();
@@ -159,8 +167,8 @@ int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, 
     }
     // A load that ends the process must not leave what looks like this run's.
     for (const SolverFiles& each : files) {
-        program_support::removeFormerFile(each.log);
-        program_support::removeFormerFile(each.results);
+        clearFormer(each.log, "solver's log");
+        clearFormer(each.results, "solver's results");
     }
     program_support::CallWatch watch("cosim_host: the solver", options.timeout);
     watch.setTemporaryDirectory(temporary.path());

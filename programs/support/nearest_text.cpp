@@ -28,7 +28,7 @@ std::size_t editDistance(std::string_view from, std::string_view to) {
 
 std::string nearestText(std::string_view written, const std::vector<std::string>& known) {
     std::string nearest;
-    std::size_t best = std::max<std::size_t>(written.size() / 2, 1) + 1;
+    std::size_t best = std::max<std::size_t>(written.size() / 3, 1) + 1;
     for (const auto& text : known) {
         const auto distance = text.starts_with(written) ? 0 : editDistance(written, text);
         if (distance < best) {

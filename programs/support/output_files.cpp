@@ -19,8 +19,6 @@ std::string obstacleAt(const fs::path& file) {
     switch (fs::status(file, error).type()) {
     case fs::file_type::not_found:
         return isLink ? "it is a link to a file that is not there" : "";
-    case fs::file_type::directory:
-        return "it is a directory";
     case fs::file_type::fifo:
         return "it is a pipe, not a file";
     case fs::file_type::socket:
@@ -55,6 +53,10 @@ void requireNoObstacle(const std::string& path, const std::string& what,
 
 void clearOutputFile(const std::string& path, const std::string& what, const std::string& option) {
     requireNoObstacle(path, what, option);
+    std::error_code unknown;
+    if (fs::is_directory(platform::nativePath(path), unknown)) { // Windows says "access denied".
+        throw InputError(problemWith(path, what, "it is a directory;", option));
+    }
     platform::OutputFile file(path.c_str());
     if (!file.isOpen()) {
         throw InputError(problemWith(path, what, file, option));

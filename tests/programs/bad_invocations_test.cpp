@@ -1,5 +1,6 @@
 // What a user can get wrong on a command line, by option: each is answered with status 2 and one
 // line that names what is wrong and says what to do, before any file is touched.
+#include "support/archive_writer.h"
 #include "support/files.h"
 #include "support/run_program.h"
 
@@ -27,11 +28,15 @@ const std::vector<Case> cases = {
     // fmu_run: which FMU
     {"fmu_run", "", "MODEL is required"},
     {"fmu_run", "none.fmu", "'none.fmu'"},
-    {"fmu_run", "none/none.fmu", "'none/none.fmu'"},
-    {"fmu_run", "folder", "'folder'"},
-    {"fmu_run", "text.fmu", "'text.fmu'"},
-    {"fmu_run", "empty.fmu", "'empty.fmu'"},
-    {"fmu_run", "cut.fmu", "'cut.fmu'"},
+    {"fmu_run", "none/none.fmu", "there is no file 'none/none.fmu'"},
+    {"fmu_run", "folder", "'folder' is a directory"},
+    {"fmu_run", ".", "'.' is a directory"},
+    {"fmu_run", "text.fmu", "'text.fmu': it is no archive"},
+    {"fmu_run", "empty.fmu", "'empty.fmu': it is empty"},
+    {"fmu_run", "cut.fmu", "'cut.fmu': it is cut off"},
+    {"fmu_run", "fmi1.fmu", "'fmi1.fmu': it is made for FMI 1.0; export it for FMI 2.0"},
+    {"fmu_run", "fmi3.fmu", "'fmi3.fmu': it is made for FMI 3.0; export it for FMI 2.0"},
+    {"fmu_run", "exchange.fmu", "'exchange.fmu': it offers Model Exchange only"},
     {"fmu_run", "S S", "scripted.fmu"},
     {"fmu_run", "S extra", "extra"},
     {"fmu_run", "--info none.fmu", "'none.fmu'"},
@@ -48,10 +53,13 @@ const std::vector<Case> cases = {
     {"fmu_run", "--info --write-parameters S", "--info"},
     {"fmu_run", "--validate --write-parameters S", "--validate"},
     {"fmu_run", "other.fmu", "it has no library for "},
-    {"fmu_run", "incomplete.fmu", "its library does not load"},
+    {"fmu_run", "incomplete.fmu", "ask the FMU's maker for one that has all functions"},
     // its options
     {"fmu_run", "S --speed 3", "--speed"},
     {"fmu_run", "S -x", "-x"},
+    {"fmu_run", "S --stoptime 1", "no option '--stoptime'; did you mean --stop-time?"},
+    {"fmu_run", "S --start-value mass=3", "write --start-value mass 3"},
+    {"fmu_run", "S --start-value mass=3 --stop-time 1", "write --start-value mass 3"},
     {"fmu_run", "S --quiet=perhaps", "perhaps"},
     {"fmu_run", "S --stop-time", "--stop-time"},
     {"fmu_run", "S --stop-time abc", "--stop-time 'abc'"},
@@ -90,7 +98,8 @@ const std::vector<Case> cases = {
     // its input file
     {"fmu_run", "S --input-file", "--input-file"},
     {"fmu_run", "S --input-file none.csv", "'none.csv'"},
-    {"fmu_run", "S --input-file folder", "'folder'"},
+    {"fmu_run", "S --input-file folder", "'folder' is a directory"},
+    {"fmu_run", "S --input-file zero.csv", "'zero.csv' has a zero byte in line 2"},
     {"fmu_run", "S --input-file empty.csv", "'empty.csv'"},
     {"fmu_run", "S --input-file header.csv", "'header.csv'"},
     {"fmu_run", "S --input-file semicolon.csv", "separated by ';'"},
@@ -107,7 +116,7 @@ const std::vector<Case> cases = {
      "integer.csv:2: the value in column 'selector' '1.5'"},
     // what it writes
     {"fmu_run", "S --output-file none/x.csv", "results file 'none/x.csv'"},
-    {"fmu_run", "S --output-file folder", "results file 'folder'"},
+    {"fmu_run", "S --output-file folder", "results file 'folder': it is a directory"},
     {"fmu_run", "S --log-file none/x.out", "log file 'none/x.out'"},
     {"fmu_run", "S --log-file folder", "log file 'folder'"},
     {"fmu_run", "S --output-file S", "would overwrite the FMU"},
@@ -133,6 +142,7 @@ const std::vector<Case> cases = {
     {"cosim_host", "", "--command-line"},
     {"cosim_host", "T extra", "extra"},
     {"cosim_host", "T --speeed 3", "--speeed"},
+    {"cosim_host", "T --stoptime 1", "no option '--stoptime'; did you mean --stop-time?"},
     {"cosim_host", "T --step-size abc", "--step-size 'abc'"},
     {"cosim_host", "T --step-size 0", "--step-size"},
     {"cosim_host", "T --step-size -0.001", "--step-size"},
@@ -156,6 +166,13 @@ const std::vector<Case> cases = {
     {"cosim_host", "T --output-file x.csv --plot p.pdf", "p.pdf"},
     {"cosim_host", "T --plot-columns x", "--plot-columns x"},
     // what it reads
+    {"cosim_host", "--command-line none.fmu", "there is no file 'none.fmu'"},
+    {"cosim_host", "--command-line folder", "'folder' is a directory"},
+    {"cosim_host", "--command-line empty.fmu", "'empty.fmu': it is empty"},
+    {"cosim_host", "--command-line text.fmu", "'text.fmu': it is no archive"},
+    {"cosim_host", "--command-line cut.fmu", "'cut.fmu': it is cut off"},
+    {"cosim_host", "T --road zero.csv", "'zero.csv' has a zero byte in line 2"},
+    {"cosim_host", "T --vehicle-file zero.csv", "'zero.csv' has a zero byte in line 2"},
     {"cosim_host", "T --input-file none.csv", "none.csv"},
     {"cosim_host", "T --input-file text.csv", "fast"},
     {"cosim_host", "T --input-file folder", "folder"},
@@ -199,6 +216,7 @@ class BadInvocations : public testing::Test {
             {"empty.fmu", ""},
             {"cut.fmu", readFile(fmuPath("scripted")).substr(0, 5000)},
             {"empty.csv", ""},
+            {"zero.csv", std::string("time,u\n0,1\0", 11)},
             {"header.csv", "time,u\n"},
             {"semicolon.csv", "time;u\n0;1\n"},
             {"unknown.csv", "time,v\n0,1\n"},
@@ -222,6 +240,18 @@ class BadInvocations : public testing::Test {
         for (const auto& [name, content] : files) {
             test_support::writeFile(directory / name, content);
         }
+        writeModel("fmi1.fmu", "1.0", "CoSimulation");
+        writeModel("fmi3.fmu", "3.0", "CoSimulation");
+        writeModel("exchange.fmu", "2.0", "ModelExchange");
+    }
+
+    void writeModel(const std::string& name, const std::string& version, const std::string& kind) {
+        test_support::writeArchive(
+            directory / name,
+            {{"modelDescription.xml", "<fmiModelDescription fmiVersion=\"" + version +
+                                          "\" modelName=\"m\" guid=\"g\"><" + kind +
+                                          " modelIdentifier=\"m\"/><ModelVariables/>" +
+                                          "<ModelStructure/></fmiModelDescription>"}});
     }
 
     /// All files below the directory by name.

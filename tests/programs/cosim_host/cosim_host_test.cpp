@@ -34,9 +34,9 @@ class CosimHost : public CosimHostRun {
 
     ProgramResult runScripted(const std::string& commandLine, Arguments arguments = {}) const {
         const auto library = test_support::libraryPath("scripted_solver");
-        arguments.insert(arguments.end(),
-                         {"--solver", narrow(library), "--command-line", commandLine, "--open-loop",
-                          "--quiet", "--stop-time", "0.5", "--step-size", "0.2"});
+        arguments.insert(arguments.end(), {"--solver", narrow(library), "--command-line",
+                                           commandLine, "--open-loop", "--quiet", "--debug-logging",
+                                           "--stop-time", "0.5", "--step-size", "0.2"});
         return run(arguments);
     }
 };
@@ -101,6 +101,8 @@ TEST_F(CosimHost, ReceivesWhatTheSolverWroteToItsResults) {
     const ProgramResult result =
         runTyre("-outputsarearrays", {"--stop-time", "0.1", "--output-file", "received.csv"});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_EQ(result.error, "");
+    EXPECT_TRUE(result.output.starts_with("Completed: ")) << result.output;
     for (const char* told : {"100 steps", "force[3] [N]", "tyre.out", "tyre.csv", "received.csv"}) {
         EXPECT_NE(result.output.find(told), std::string::npos) << told;
     }
@@ -333,7 +335,7 @@ TEST_F(CosimHost, ImposesAFileAndLooksAtTheOutputsAskedFor) {
     const ProgramResult result =
         runTyre("", {"--input-file", "hub.csv", "--output", "force[3]", "--output",
                      "contact.deflection:Length", "--stop-time", "1", "--step-size", "0.25",
-                     "--output-file", "received.csv", "--standalone"});
+                     "--output-file", "received.csv", "--standalone", "--debug-logging"});
     EXPECT_EQ(result.exitStatus, 0) << result.error;
     EXPECT_NE(result.output.find("standalone mode"), std::string::npos);
     const CsvTable received = table("received.csv");
@@ -369,6 +371,9 @@ TEST_F(CosimHost, TellsWhyTheSolverFailed) {
     const ProgramResult wrongKind = run({"--command-line", quotedTyre()});
     EXPECT_EQ(wrongKind.exitStatus, 1);
     EXPECT_NE(wrongKind.error.find("start at 0 s: Unexpected FMUType"), std::string::npos);
+    EXPECT_NE(wrongKind.error.find("Please check the input model type specified (-fmutype)"),
+              std::string::npos)
+        << wrongKind.error;
     const ProgramResult noSuchOutput = runTyre("", {"--output", "none", "--stop-time", "1"});
     EXPECT_EQ(noSuchOutput.exitStatus, 1);
     EXPECT_NE(
@@ -383,7 +388,8 @@ TEST_F(CosimHost, EndsEarlyBetweenTwoStepsWithEverythingOnDisk) {
         const CsvTable received = table("received.csv");
         const CsvTable results = table("tyre.csv");
         EXPECT_EQ(received.time(received.rowCount() - 1), results.time(results.rowCount() - 1));
-        EXPECT_NE(result.output.find("Closed plugin"), std::string::npos);
+        EXPECT_NE(test_support::readFile(directory / "tyre.out").find("Closing plugin"),
+                  std::string::npos);
     };
     Arguments endless = {"--stop-time", "1e5", "--output-file", "received.csv"};
     RunOptions interrupt;

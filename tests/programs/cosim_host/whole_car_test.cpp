@@ -105,7 +105,8 @@ TEST_F(WholeCar, TakesAnotherTyreForAWheel) {
 }
 
 TEST_F(WholeCar, SaysWhichWheelFailed) {
-    const ProgramResult result = runCar({"--wheel", "rearLeft=none.fmu -fmutype FTIRE"});
+    const std::string incomplete = narrow(test_support::fmuPath("scripted_missing_function"));
+    const ProgramResult result = runCar({"--wheel", "rearLeft=\"" + incomplete + '"'});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_NE(result.error.find("cosim_host: setUp at 0 s: rearLeft: the solver reported failure "
                                 "code 4; "),
@@ -125,6 +126,7 @@ TEST_F(WholeCar, RefusesWhatDoesNotFitTogether) {
         {{"--keep-going"}, "--vehicle car goes neither"},
         {{"--open-loop"}, "--vehicle car goes neither"},
         {{"--right-road", "none.csv"}, "none.csv"},
+        {{"--wheel", "rearLeft=none.fmu"}, "there is no file 'none.fmu'"},
     };
     for (const auto& [arguments, problem] : cases) {
         const ProgramResult result = runCar(arguments);

@@ -189,30 +189,43 @@ TEST_F(FmuRun, FailedFmuGetsStatusOneNamesTheLogAndKeepsItsRows) {
     };
 
     const std::vector<Case> cases{
-        {"doStep@4=error", "its step to t = 0.4 s failed", 4},
-        {"doStep@2=discard", "its step to t = 0.2 s failed", 2},
-        {"enterInitializationMode=error", "it could not enter its initialisation", 0},
-        {"exitInitializationMode=fatal", "its initialisation failed", 0},
-        {"setReal(u)=error", "it refused the value 3 for the variable 'u'", 0}};
+        {"doStep@4=error", "its step to t = 0.4 s failed; fmi2DoStep returned Error;", 4},
+        {"doStep@2=discard", "its step to t = 0.2 s failed; fmi2DoStep returned Discard;", 2},
+        {"doStep@1=warning", "; fmi2DoStep returned Warning;", 1},
+        {"enterInitializationMode=error",
+         "it could not enter its initialisation; fmi2EnterInitializationMode returned Error;", 0},
+        {"exitInitializationMode=fatal",
+         "its initialisation failed; fmi2ExitInitializationMode returned Fatal;", 0},
+        {"setReal(u)=error",
+         "it refused the value 3 for the variable 'u'; fmi2SetReal returned Error;", 0},
+        {"doStep=log error x Too slippery;doStep=error", "says: [", 1}};
     for (const auto& [script, message, rows] : cases) {
         const auto result =
             runScripted({"--start-value", "script", script, "--start-value", "u", "3"});
         EXPECT_EQ(result.exitStatus, 1) << script;
         EXPECT_TRUE(contains(result.error, message)) << result.error;
         EXPECT_TRUE(contains(result.error, "its log 'scripted.out' says: [")) << result.error;
+        EXPECT_EQ(lines(result.error).size(), 1U) << result.error;
+        EXPECT_EQ(contains(script, "slippery"), contains(result.error, "][Error] Too slippery\n"))
+            << result.error;
         EXPECT_EQ(lines(readFile(directory / "scripted.csv")).size(), rows + 1) << script;
         EXPECT_TRUE(contains(log(), "Closing plugin")) << script;
     }
 }
 
 TEST_F(FmuRun, RefusedInstantiationShowsWhatTheFmuSaid) {
-    const auto result = runScripted(
-        {},
-        {.environment = {{"SCRIPTED_FMU_SCRIPT",
-                          "instantiate=log error logStatusError No licence; instantiate=refuse"}}});
-    EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_TRUE(contains(result.error, "[Error] No licence\n")) << result.error;
-    EXPECT_TRUE(contains(result.error, "it refused to be instantiated")) << result.error;
+    for (const Arguments& arguments : {Arguments{}, Arguments{"--start-value", "u", "1"}}) {
+        const auto result = runScripted(
+            arguments,
+            {.environment = {
+                 {"SCRIPTED_FMU_SCRIPT",
+                  "instantiate=log error logStatusError No licence; instantiate=refuse"}}});
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_TRUE(contains(result.error, "[Error] No licence\n")) << result.error;
+        EXPECT_TRUE(contains(result.error, "failed: it refused to be instantiated"))
+            << result.error;
+        EXPECT_EQ(lines(result.error).size(), 1U) << result.error;
+    }
 }
 
 TEST_F(FmuRun, InterruptAndTimeoutEndBetweenTwoSteps) {
@@ -491,12 +504,14 @@ TEST_F(FmuRun, NamesADirectoryThatCannotBeMadeAndTheOptionForAnother) {
     const auto place = narrow(directory / "file" / "below");
     const auto working = runScripted({"--working-directory", place});
     EXPECT_EQ(working.exitStatus, 2);
-    EXPECT_TRUE(contains(working.error, place + "'; choose another by --working-directory"));
+    EXPECT_TRUE(contains(working.error, place + "': "));
+    EXPECT_TRUE(contains(working.error, "; choose another by --working-directory"));
     const auto temporary =
         runScripted({}, {.environment = {{"TMPDIR", place}, {"TMP", place}, {"TEMP", place}}});
     if (temporary.exitStatus != 0) { // Windows may know another.
         EXPECT_EQ(temporary.exitStatus, 2);
-        EXPECT_TRUE(contains(temporary.error, "temporary directory")) << temporary.error;
+        EXPECT_TRUE(contains(temporary.error, "temporary directory in '" + place))
+            << temporary.error;
     }
 }
 
