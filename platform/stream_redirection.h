@@ -14,8 +14,9 @@ class StreamRedirection {
     StreamRedirection(std::FILE* stream, const std::string& path);
     ~StreamRedirection();
 
-    /// The stream's own target meanwhile; the stream where it stays as it is.
-    [[nodiscard]] std::FILE* original() const { return original_ != nullptr ? original_ : stream_; }
+    /// The stream's own target meanwhile; the stream itself where it stays as it is, and where
+    /// nothing can be written to its own target.
+    [[nodiscard]] std::FILE* original() const { return writer_ != nullptr ? writer_ : stream_; }
 
     StreamRedirection(const StreamRedirection&) = delete;
     StreamRedirection& operator=(const StreamRedirection&) = delete;
@@ -24,7 +25,8 @@ class StreamRedirection {
 
   private:
     std::FILE* stream_;
-    std::FILE* original_ = nullptr; ///< Unbuffered.
+    int original_ = -1;           ///< Descriptor that keeps the stream's own target.
+    std::FILE* writer_ = nullptr; ///< Writes to it, unbuffered.
 };
 
 } // namespace platform

@@ -11,22 +11,25 @@ StreamRedirection::StreamRedirection(std::FILE* stream, const std::string& path)
         return;
     }
     std::fflush(stream_);
-    const int kept = fcntl(fileno(stream_), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    original_ = kept < 0 ? nullptr : fdopen(kept, "w");
-    if (original_ != nullptr) {
-        std::setvbuf(original_, nullptr, _IONBF, 0);
-        dup2(file, fileno(stream_));
-    } else if (kept >= 0) {
-        close(kept);
+    original_ = fcntl(fileno(stream_), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    writer_ = original_ < 0 ? nullptr : fdopen(original_, "w");
+    if (writer_ != nullptr) {
+        std::setvbuf(writer_, nullptr, _IONBF, 0);
     }
+    dup2(file, fileno(stream_));
     close(file);
 }
 
 StreamRedirection::~StreamRedirection() {
-    if (original_ != nullptr) {
-        std::fflush(stream_);
-        dup2(fileno(original_), fileno(stream_));
-        std::fclose(original_);
+    if (original_ < 0) {
+        return;
+    }
+    std::fflush(stream_);
+    dup2(original_, fileno(stream_));
+    if (writer_ != nullptr) {
+        std::fclose(writer_);
+    } else {
+        close(original_);
     }
 }
 

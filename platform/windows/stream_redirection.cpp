@@ -16,22 +16,25 @@ StreamRedirection::StreamRedirection(std::FILE* stream, const std::string& path)
         return;
     }
     std::fflush(stream_);
-    const int kept = _dup(_fileno(stream_));
-    original_ = kept < 0 ? nullptr : _fdopen(kept, "w");
-    if (original_ != nullptr) {
-        std::setvbuf(original_, nullptr, _IONBF, 0);
-        _dup2(file, _fileno(stream_));
-    } else if (kept >= 0) {
-        _close(kept);
+    original_ = _dup(_fileno(stream_));
+    writer_ = original_ < 0 ? nullptr : _fdopen(original_, "w");
+    if (writer_ != nullptr) {
+        std::setvbuf(writer_, nullptr, _IONBF, 0);
     }
+    _dup2(file, _fileno(stream_));
     _close(file);
 }
 
 StreamRedirection::~StreamRedirection() {
-    if (original_ != nullptr) {
-        std::fflush(stream_);
-        _dup2(_fileno(original_), _fileno(stream_));
-        std::fclose(original_);
+    if (original_ < 0) {
+        return;
+    }
+    std::fflush(stream_);
+    _dup2(original_, _fileno(stream_));
+    if (writer_ != nullptr) {
+        std::fclose(writer_);
+    } else {
+        _close(original_);
     }
 }
 
