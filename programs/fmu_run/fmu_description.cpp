@@ -194,6 +194,14 @@ void requireVersion2(fmi_version_enu_t version, const LibraryMessages& messages)
     if (messages.errors.empty()) {
         throw InputError("it is not made for FMI 2.0; export it for FMI 2.0");
     }
+    // What cannot be unpacked is refused for its own reason, which comes with a remedy.
+    auto errors = messages.errors;
+    const auto isOfUnpacking = [](const std::string& error) {
+        return error.starts_with("Unpacking of FMU ");
+    };
+    if (std::erase_if(errors, isOfUnpacking) > 0 && !errors.empty()) {
+        throw InputError(joined(errors, "; "));
+    }
     throw InputError("it is no FMU of FMI 2.0: " + joined(messages.errors, "; ") +
                      "; check that the file is complete or export it anew");
 }

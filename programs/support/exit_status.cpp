@@ -36,8 +36,14 @@ std::string outputProblem() {
     if (written) {
         return {};
     }
+    if (errno == 0) { // An earlier write failed; another one tells why.
+        std::clearerr(stdout);
+        std::fputc('\n', stdout);
+        std::fflush(stdout);
+    }
     return "cannot write to standard output" +
-           (errno == 0 ? std::string() : ": " + std::generic_category().message(errno));
+           (errno == 0 ? std::string() : ": " + std::generic_category().message(errno)) +
+           "; make room, or send it elsewhere";
 }
 
 } // namespace

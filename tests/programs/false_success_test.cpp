@@ -115,6 +115,11 @@ TEST_F(FalseSuccess, AFullDiskIsNamedWithTheFile) {
         EXPECT_TRUE(contains(result.error, named)) << result.error;
         EXPECT_TRUE(contains(result.error, "No space left on device")) << result.error;
     }
+    const auto shell = test_support::runProgram(
+        "/bin/sh", {"-c", "'" + narrow(test_support::programPath("fmu_run")) + "' --info '" +
+                              narrow(fmuPath("tyre")) + "' >/dev/full"});
+    EXPECT_EQ(shell.exitStatus, 1);
+    EXPECT_TRUE(contains(shell.error, "standard output: No space left on device")) << shell.error;
     std::filesystem::remove(directory / "scripted.out");
     std::filesystem::create_symlink("/dev/full", directory / "scripted.out");
     const auto logIsFull = runScripted("cosim_host", {});
