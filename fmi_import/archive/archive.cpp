@@ -6,6 +6,7 @@
 #include "platform/held_directory.h"
 #include "platform/path_style.h"
 
+#include <iterator>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr std::uint16_t stored = 0;
 constexpr std::uint16_t deflated = 8;
+constexpr const char* damagedHeader = "its header is damaged; get the FMU anew";
 constexpr const char* damagedDirectory =
     "The directory of the archive is damaged; get the FMU anew";
 
@@ -48,7 +50,7 @@ NameRules nativeNameRules() {
 /// Reads the archive's directory and refuses what must not be unpacked.
 class Survey {
   public:
-    explicit Survey(ZipReader& archive) : archive_(archive), packedLeft_(archive.size()) {}
+    explicit Survey(ZipReader& archive) : archive_(archive) {}
 
     std::vector<Entry> entries() {
         std::vector<Entry> result;
@@ -70,6 +72,7 @@ class Survey {
     Entry checked(ZipEntry packed) {
         refuseHarmful(packed);
         addUp(packed);
+        checkHeader(packed);
         std::string name = nativeEntryName(nativeNameRules(), packed.name);
         refuseCollision(packed.name, name);
         return {std::move(name), std::move(packed)};
@@ -94,18 +97,42 @@ class Survey {
     }
 
     void addUp(const ZipEntry& entry) {
-        if (entry.packedSize > packedLeft_) {
-            throw EntryError(
-                entry.name,
-                "its data overlaps that of other entries or the archive's end; get the FMU anew");
-        }
         if (entry.size > unpackedLeft_) {
             throw EntryError(entry.name, "the archive unpacks to more than " +
                                              std::to_string(largestUnpackedSize) +
                                              " bytes; pack the FMU without what it does not need");
         }
-        packedLeft_ -= entry.packedSize;
         unpackedLeft_ -= entry.size;
+    }
+
+    /// Who reads an archive front to back must find the entry that its directory tells of.
+    void checkHeader(const ZipEntry& entry) {
+        const auto header = archive_.header(entry);
+        if (!header) {
+            throw EntryError(entry.name, damagedHeader);
+        }
+        if (withForwardSlashes(header->name) != withForwardSlashes(entry.name)) {
+            throw EntryError(entry.name, "the header before its data calls it '" +
+                                             presentableName(header->name) + "'; get the FMU anew");
+        }
+        const std::uint64_t end = archive_.directoryPosition();
+        if (header->data > end || entry.packedSize > end - header->data ||
+            !claim(header->begin, header->data + entry.packedSize)) {
+            throw EntryError(entry.name, "its data overlaps that of other entries or the "
+                                         "archive's end; get the FMU anew");
+        }
+    }
+
+    /// False when a part of the file belongs to an earlier entry: shared data lets a small archive
+    /// unpack to any size.
+    bool claim(std::uint64_t begin, std::uint64_t end) {
+        const auto after = claimed_.lower_bound(begin);
+        if ((after != claimed_.end() && after->first < end) ||
+            (after != claimed_.begin() && std::prev(after)->second > begin)) {
+            return false;
+        }
+        claimed_.emplace_hint(after, begin, end);
+        return true;
     }
 
     /// Of several entries of one name the last one wins, but names that only this platform takes
@@ -121,8 +148,8 @@ class Survey {
     }
 
     ZipReader& archive_;
-    std::uint64_t packedLeft_;
     std::uint64_t unpackedLeft_ = largestUnpackedSize;
+    std::map<std::uint64_t, std::uint64_t> claimed_; ///< Begin and end of what entries have.
     std::map<std::string, std::string> names_; ///< As they will be here, to as they were packed.
 };
 
@@ -155,7 +182,7 @@ class Unpacker {
     /// the FMU have loaded. Any other makes room for a new one: what is loaded keeps the old.
     void unpackFile(const ZipEntry& entry, const std::string& name) {
         if (!archive_.openData(entry)) {
-            throw EntryError(entry.name, "its header is damaged; get the FMU anew");
+            throw EntryError(entry.name, damagedHeader);
         }
         if (holds(entry, name)) {
             return;

@@ -160,7 +160,8 @@ ZipReader::ZipReader(const std::filesystem::path& file) : file_(file, std::ios::
         return;
     }
     prefix_ = found->end - found->size - found->offset;
-    directory_ = bytesAt(found->end - found->size, found->size);
+    directoryPosition_ = found->end - found->size;
+    directory_ = bytesAt(directoryPosition_, found->size);
     isOpen_ = directory_.size() == found->size;
 }
 
@@ -234,19 +235,25 @@ std::optional<ZipEntry> ZipReader::next() {
     return entry;
 }
 
-bool ZipReader::openData(const ZipEntry& entry) {
+std::optional<ZipHeader> ZipReader::header(const ZipEntry& entry) {
     using namespace std::string_view_literals;
     const std::uint64_t position = prefix_ + entry.position;
-    if (position < prefix_) {
+    const std::string header = position < prefix_ ? "" : bytesAt(position, headerSize);
+    if (!header.starts_with("PK\3\4"sv) || word(header, 8) != entry.method) {
+        return std::nullopt;
+    }
+    const std::uint16_t nameSize = word(header, 26);
+    const std::uint64_t afterName = position + headerSize + nameSize;
+    return ZipHeader{bytesAt(position + headerSize, nameSize), position,
+                     afterName + word(header, 28)};
+}
+
+bool ZipReader::openData(const ZipEntry& entry) {
+    const auto found = header(entry);
+    if (!found || found->data > size_ || entry.packedSize > size_ - found->data) {
         return false;
     }
-    const std::string header = bytesAt(position, headerSize);
-    const std::uint64_t data = position + headerSize + word(header, 26) + word(header, 28);
-    if (!header.starts_with("PK\3\4"sv) || word(header, 8) != entry.method || data > size_ ||
-        entry.packedSize > size_ - data) {
-        return false;
-    }
-    file_.seekg(static_cast<std::streamoff>(data));
+    file_.seekg(static_cast<std::streamoff>(found->data));
     return file_.good();
 }
 

@@ -23,6 +23,13 @@ struct ZipEntry {
     std::uint64_t position = 0;   ///< Of its header in the file.
 };
 
+/// What stands before an entry's data: a part of what the directory says, once more.
+struct ZipHeader {
+    std::string name;        ///< As packed.
+    std::uint64_t begin = 0; ///< Position in the file.
+    std::uint64_t data = 0;  ///< Position of the data.
+};
+
 /// Reads ZIP archives, those with 64-bit sizes (Zip64) included.
 ///
 /// The library for archives that systems offer (minizip 1.1) gets 64-bit sizes wrong where C's long
@@ -36,9 +43,6 @@ class ZipReader {
     /// False when there is no such file or it has no directory of an archive.
     [[nodiscard]] bool isOpen() const { return isOpen_; }
 
-    /// Bytes of the archive itself.
-    [[nodiscard]] std::uint64_t size() const { return size_; }
-
     /// The next entry of the directory; nothing behind the last one and where the directory is
     /// damaged.
     std::optional<ZipEntry> next();
@@ -46,6 +50,12 @@ class ZipReader {
     /// True when next() has answered every entry of the directory, whose size tells their number:
     /// the one that is told has 16 bits, and packers let it overflow.
     [[nodiscard]] bool isComplete() const { return at_ == directory_.size(); }
+
+    /// Reads the header before the data of `entry`; nothing when there is none for that entry.
+    std::optional<ZipHeader> header(const ZipEntry& entry);
+
+    /// Position of the archive's directory: all data is before it.
+    [[nodiscard]] std::uint64_t directoryPosition() const { return directoryPosition_; }
 
     /// Goes to the data of `entry`, stored or deflated; false when there is none.
     bool openData(const ZipEntry& entry);
@@ -70,6 +80,7 @@ class ZipReader {
     std::uint64_t prefix_ = 0; ///< Bytes before the archive, as a self-extracting one has.
     bool isOpen_ = false;
     std::string directory_;
+    std::uint64_t directoryPosition_ = 0;
     std::size_t at_ = 0; ///< In the directory.
 };
 

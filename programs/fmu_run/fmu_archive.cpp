@@ -72,8 +72,9 @@ class DescriptionCopy {
 void copyEntry(fmi_import::ZipReader& archive, const ZipEntry& entry,
                const std::filesystem::path& file) {
     DescriptionCopy copy(file);
+    const auto header = archive.header(entry);
     const bool isWhole =
-        archive.openData(entry) &&
+        header && header->name == entry.name && archive.openData(entry) &&
         archive.read(entry, [&](std::string_view bytes) { return copy.take(bytes); });
     if (copy.isTooLarge()) {
         throw InputError("its modelDescription.xml has more than 1 GiB; ask the FMU's maker for a "

@@ -40,6 +40,18 @@ std::string littleEndian(std::uint32_t number) {
     return bytes;
 }
 
+/// Writes `bytes` at `offset` in the record `number` of those that begin with `signature`.
+void patchRecord(const fs::path& file, const std::string& signature, int number, std::size_t offset,
+                 const std::string& bytes) {
+    std::string archive = test_support::readFile(file);
+    std::size_t at = archive.find(signature);
+    for (int record = 1; record < number; ++record) {
+        at = archive.find(signature, at + 1);
+    }
+    archive.replace(at + offset, bytes.size(), bytes);
+    test_support::writeFile(file, archive);
+}
+
 TEST(Archive, UnpacksFoldersAndDataOfEveryKind) {
     Session session;
     const fs::path file = session.outside / "good.fmu";
@@ -219,11 +231,22 @@ TEST(Archive, WithDamageOrImpossibleSizesFailsAndNamesTheEntry) {
          [&](const fs::path& file) { patch(file, sizes, "\xfe\xff\xff\x7f" + littleEndian(7)); }},
         {"its name has a control character",
          [](const fs::path& file) { patch(file, "data.bin", std::string("data\0bin", 8)); }},
+        {"the header before its data calls it 'dAta.bin'",
+         [](const fs::path& file) { patchRecord(file, "PK\3\4", 1, 30, "dAta.bin"); }},
+        {"its header is damaged",
+         [](const fs::path& file) { patchRecord(file, "PK\1\2", 1, 42, littleEndian(1)); }},
+        {"its data overlaps that of other entries", // All of them have the first one's.
+         [](const fs::path& file) { patchRecord(file, "PK\1\2", 2, 42, littleEndian(0)); }},
+        {"its data overlaps that of other entries", // The header of the next is this one's field.
+         [](const fs::path& file) {
+             patchRecord(file, "PK\3\4", 1, 28, std::string("\x2d\0", 2));
+         }},
     };
     for (const Case& test : cases) {
         Session session;
         const fs::path file = session.outside / "damaged.fmu";
-        std::vector<ArchiveEntry> entries{{"data.bin", "payload", false}, modelDescription};
+        std::vector<ArchiveEntry> entries{
+            {"data.bin", "payload", false}, {"data.bin", "payload", false}, modelDescription};
         for (const char* name : {"a", "b", "c", "d"}) {
             entries.push_back({name, "payload", false});
         }
