@@ -21,8 +21,8 @@ class SharedLibrary {
     bool open(const std::string& path);
 
     /// The file whose code was bound. It may be another than the one asked for: the loader finds a
-    /// library that it still has by its path, also when the file has been replaced. Empty when the
-    /// system does not tell.
+    /// library that it still has by its path, also when the file has been replaced; then the path
+    /// ends in words that say so. Empty when the system does not tell.
     [[nodiscard]] std::string boundFile() const;
 
     /// Unloads the library. False on failure, with the system's words in error().

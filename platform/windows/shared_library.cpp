@@ -3,8 +3,12 @@
 #include "platform/files.h"
 #include "platform/windows/missing_import.h"
 
+#include <algorithm>
+#include <cstring>
+#include <fstream>
 #include <system_error>
 #include <utility>
+#include <vector>
 #include <windows.h>
 
 namespace platform {
@@ -13,6 +17,35 @@ namespace {
 
 std::string systemMessage(DWORD error) {
     return std::system_category().message(static_cast<int>(error));
+}
+
+template <typename Header>
+bool isSameHeader(const Header& one, const Header& other) {
+    return std::memcmp(&one, &other, sizeof(Header)) == 0;
+}
+
+/// False when the code at `module` is not that in `path`: the loader finds a library that it has by
+/// its path, also when the file has been renamed since and another is in its place. Compared is
+/// what linkers write anew for each build and the loader leaves as it is.
+bool isLoadedFrom(const char* module, const std::filesystem::path& path) {
+    const auto offset = reinterpret_cast<const IMAGE_DOS_HEADER*>(module)->e_lfanew;
+    const auto& loaded = *reinterpret_cast<const IMAGE_NT_HEADERS*>(module + offset);
+    const IMAGE_SECTION_HEADER* sections = IMAGE_FIRST_SECTION(&loaded);
+    IMAGE_NT_HEADERS inFile{};
+    std::vector<IMAGE_SECTION_HEADER> sectionsInFile(loaded.FileHeader.NumberOfSections);
+    const auto sectionBytes =
+        static_cast<std::streamsize>(sectionsInFile.size() * sizeof(IMAGE_SECTION_HEADER));
+    std::ifstream file(path, std::ios::binary);
+    file.seekg(offset);
+    file.read(reinterpret_cast<char*>(&inFile), sizeof(inFile));
+    file.seekg(reinterpret_cast<const char*>(sections) - module);
+    file.read(reinterpret_cast<char*>(sectionsInFile.data()), sectionBytes);
+    const auto& options = loaded.OptionalHeader;
+    return file.good() && isSameHeader(loaded.FileHeader, inFile.FileHeader) &&
+           options.CheckSum == inFile.OptionalHeader.CheckSum &&
+           options.SizeOfImage == inFile.OptionalHeader.SizeOfImage &&
+           std::equal(sectionsInFile.begin(), sectionsInFile.end(), sections,
+                      isSameHeader<IMAGE_SECTION_HEADER>);
 }
 
 } // namespace
@@ -36,7 +69,9 @@ std::string SharedLibrary::boundFile() const {
     const DWORD length = isOpen() ? GetModuleFileNameW(static_cast<HMODULE>(handle_), path.data(),
                                                        static_cast<DWORD>(path.size()))
                                   : 0;
-    return narrowPath(path.substr(0, length));
+    path.resize(length);
+    const bool isThere = length > 0 && isLoadedFrom(static_cast<const char*>(handle_), path);
+    return narrowPath(path) + (length == 0 || isThere ? "" : " (replaced)");
 }
 
 bool SharedLibrary::close() {
