@@ -8,8 +8,10 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 // NOLINTNEXTLINE(readability-identifier-naming): the name that the C interface has
@@ -74,7 +76,7 @@ struct ModelDescription {
     unsigned kind = fmi2_fmu_kind_unknown; ///< The sum of fmi2_fmu_kind_me and fmi2_fmu_kind_cs.
     Capabilities capabilities;
     DefaultExperiment defaultExperiment;
-    std::unordered_map<std::string_view, fmi2_xml_unit_t> units;
+    std::map<std::string_view, fmi2_xml_unit_t> units;
     bool hasVariableList = false; ///< There was a ModelVariables element.
     std::vector<fmi2_xml_variable_t> variables;
     std::vector<std::uint32_t> referenceOrder; ///< Positions, see sortByReference().

@@ -1,17 +1,10 @@
 #include "fmi_import/model_description/unit_reader.h"
 
+#include "fmi_import/model_description/enum_text.h"
+
 #include <string>
 
 namespace fmi_import {
-
-std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name) {
-    for (int type = fmi2_base_type_real; type <= fmi2_base_type_enum; ++type) {
-        if (isSame(name, fmi2_base_type_to_string(static_cast<fmi2_base_type_enu_t>(type)))) {
-            return static_cast<fmi2_base_type_enu_t>(type);
-        }
-    }
-    return std::nullopt;
-}
 
 void UnitReader::readUnits(const XmlElement& element) {
     for (XmlElement child; report_.xml().nextChild(element, child);) {

@@ -3,10 +3,10 @@
 #include "fmi_import/model_description/model_description.h"
 #include "fmi_import/model_description/xml_report.h"
 
+#include <map>
 #include <optional>
+#include <set>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 
 namespace fmi_import {
 
@@ -46,11 +46,9 @@ class UnitReader {
 
     const XmlReport& report_;
     ModelDescription& description_;
-    std::unordered_map<std::string_view, DeclaredType> types_;
-    std::unordered_set<std::string_view> displayUnits_;
+    // Ordered: names that were made up to hash alike would make a hash table slow.
+    std::map<std::string_view, DeclaredType> types_;
+    std::set<std::string_view> displayUnits_;
 };
-
-/// The base type whose element is called `name`.
-std::optional<fmi2_base_type_enu_t> baseTypeFromElement(const char* name);
 
 } // namespace fmi_import

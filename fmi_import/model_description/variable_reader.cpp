@@ -1,5 +1,6 @@
 #include "fmi_import/model_description/variable_reader.h"
 
+#include "fmi_import/model_description/enum_text.h"
 #include "fmi_import/model_description/number_text.h"
 #include "fmi_import/model_description/variable_rules.h"
 
@@ -65,17 +66,6 @@ bool belongsTo(TypeAttribute attribute, fmi2_base_type_enu_t type) {
     default:
         return type == fmi2_base_type_real;
     }
-}
-
-/// The enumerator below `end` that `toText` names `text`; `end` when there is none.
-template <typename Enumeration>
-Enumeration fromText(const char* text, const char* (*toText)(Enumeration), Enumeration end) {
-    for (int value = 0; value < end; ++value) {
-        if (isSame(text, toText(static_cast<Enumeration>(value)))) {
-            return static_cast<Enumeration>(value);
-        }
-    }
-    return end;
 }
 
 fmi2_causality_enu_t causalityOf(const fmi2_xml_variable_t& variable) {

@@ -4,6 +4,7 @@
 #include "fmi_import/model_description/xml_encoding.h"
 
 #include <cstddef>
+#include <cstring>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,12 @@ struct XmlElement {
     /// The value of an attribute; null when there is none.
     [[nodiscard]] const char* attribute(std::string_view attributeName) const;
 };
+
+/// Whether two texts are equal. Nearly all that a model description makes one compare differ in
+/// their first character.
+inline bool isSame(const char* text, const char* other) {
+    return *text == *other && std::strcmp(text, other) == 0;
+}
 
 /// Reads the elements of a document one after the other and refuses what is not well-formed XML 1.0
 /// with namespaces.

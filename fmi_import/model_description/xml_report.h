@@ -3,7 +3,6 @@
 #include "fmi_import/log.h"
 #include "fmi_import/model_description/xml_reader.h"
 
-#include <cstring>
 #include <span>
 #include <string_view>
 
@@ -68,12 +67,6 @@ class XmlReport {
 /// `names` has the order in which attributes are usually written.
 void readAttributes(const XmlReport& report, const XmlElement& element,
                     std::span<const char* const> names, std::span<const char*> values);
-
-/// Whether two texts are equal. Nearly all that a model description makes one compare differ in
-/// their first character.
-inline bool isSame(const char* text, const char* other) {
-    return *text == *other && std::strcmp(text, other) == 0;
-}
 
 /// `text`, or "" for null.
 inline const char* orEmpty(const char* text) {
