@@ -54,10 +54,15 @@ class ImportContext {
     static void takeMessage(jm_callbacks* callbacks, jm_string /*module*/, jm_log_level_enu_t level,
                             jm_string message) {
         auto& messages = *static_cast<LibraryMessages*>(callbacks->context);
+        auto& kept = level <= jm_log_level_fatal ? messages.errors : messages.warnings;
+        constexpr std::size_t mostKept = 1000; // A crafted file can cause one by every fourth byte.
+        if (kept.size() == mostKept) {
+            ++messages.dropped;
+            return;
+        }
         std::string line = message;
         std::replace(line.begin(), line.end(), '\n', ' ');
-        (level <= jm_log_level_fatal ? messages.errors : messages.warnings)
-            .push_back(std::move(line));
+        kept.push_back(std::move(line));
     }
 
     jm_callbacks callbacks_{};

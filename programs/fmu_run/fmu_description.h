@@ -2,6 +2,7 @@
 
 #include "programs/fmu_run/variable_value.h"
 
+#include <cstddef>
 #include <fmilib.h>
 #include <optional>
 #include <string>
@@ -51,6 +52,7 @@ std::string startText(const Variable& variable);
 struct LibraryMessages {
     std::vector<std::string> errors;
     std::vector<std::string> warnings; ///< It went on with a guess or left something out.
+    std::size_t dropped = 0;           ///< Those after the first thousand of each.
 };
 
 /// Reads the description of the FMU `fmuPath` from its archive: nothing else of it is unpacked.

@@ -1,5 +1,6 @@
 #include "programs/fmu_run/info_table.h"
 
+#include "programs/fmu_run/one_line.h"
 #include "programs/support/joined.h"
 #include "programs/support/number_text.h"
 #include "programs/support/terminal_text.h"
@@ -17,31 +18,6 @@ namespace {
 
 constexpr std::size_t columnCount = 7;
 using Cells = std::array<std::string, columnCount>;
-
-/// Characters that a terminal shows for UTF-8 text: its bytes but those that continue a character.
-std::size_t widthOf(const std::string& text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) {
-        return (static_cast<std::uint8_t>(c) & 0xC0) != 0x80;
-    }));
-}
-
-/// What a table shows of a text: one line, and no more characters than fit, because every row is as
-/// wide as the widest. A name of 10,000 letters in one would make a flood of all.
-std::string onOneLine(const std::string& text, std::size_t width) {
-    constexpr std::string_view cut = "...";
-    std::string line;
-    std::size_t length = 0;
-    std::size_t end = 0; // Where the cut would follow.
-    for (const char character : text) {
-        const bool begins = (static_cast<std::uint8_t>(character) & 0xC0) != 0x80;
-        if (begins && length++ == width) {
-            return line.substr(0, end) + std::string(cut);
-        }
-        line += character == '\n' || character == '\t' || character == '\r' ? ' ' : character;
-        end = length <= width - cut.size() ? line.size() : end;
-    }
-    return line;
-}
 
 std::string shown(const std::string& text, std::size_t width) {
     return program_support::terminalText(onOneLine(text, width));

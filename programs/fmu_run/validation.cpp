@@ -1,22 +1,28 @@
 #include "programs/fmu_run/validation.h"
 
 #include "platform/files.h"
+#include "platform/shared_library.h"
+#include "programs/fmu_run/described_model.h"
+#include "programs/fmu_run/description_findings.h"
 #include "programs/fmu_run/fmu_description.h"
 #include "programs/fmu_run/loaded_fmu.h"
-#include "programs/fmu_run/shared_references.h"
 #include "programs/support/call_watch.h"
 #include "programs/support/exit_status.h"
 #include "programs/support/input_error.h"
 #include "programs/support/input_files.h"
 #include "programs/support/number_text.h"
 
-#include <algorithm>
+#include <array>
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <string_view>
+#include <system_error>
 
 namespace fmu_run {
 
+using program_support::ForeignCall;
 using program_support::InputError;
 using program_support::shortNumber;
 
@@ -39,31 +45,46 @@ class Findings {
                   << warnings_ << (warnings_ == 1 ? " warning" : " warnings") << std::endl;
     }
 
-    [[nodiscard]] int errors() const { return errors_; }
+    /// Of these only some were said.
+    void count(std::size_t errors, std::size_t saidErrors, std::size_t warnings,
+               std::size_t saidWarnings) {
+        const std::size_t more = errors - saidErrors + warnings - saidWarnings;
+        errors_ += errors - saidErrors;
+        warnings_ += warnings - saidWarnings;
+        if (more > 0) {
+            std::cout << "and " << more << " more of this kind" << std::endl;
+        }
+    }
+
+    [[nodiscard]] std::size_t errors() const { return errors_; }
 
   private:
-    int errors_ = 0;
-    int warnings_ = 0;
+    std::size_t errors_ = 0;
+    std::size_t warnings_ = 0;
 };
 
-std::optional<FmuDescription> checkDescription(const Options& options,
-                                               const RunDirectory& directory, Findings& findings) {
+/// Unpacks the FMU and has the import library read its model description; the default experiment
+/// if that can be used. Nothing else is kept: it would be a third copy of the text in memory.
+std::optional<DefaultExperiment>
+checkDescription(const Options& options, const RunDirectory& directory, Findings& findings) {
     LibraryMessages messages;
-    std::optional<FmuDescription> model;
+    std::optional<DefaultExperiment> experiment;
     try {
-        model = unpackFmu(options.model, directory.unpackDirectory(), &messages);
+        experiment =
+            unpackFmu(options.model, directory.unpackDirectory(), &messages).defaultExperiment;
     } catch (const InputError& error) {
         findings.error(error.what());
     }
-    if (model) {
+    std::vector<std::string> said = messages.warnings;
+    if (experiment) {
         // What the library calls an error but gets over.
-        messages.warnings.insert(messages.warnings.end(), messages.errors.begin(),
-                                 messages.errors.end());
+        said.insert(said.end(), messages.errors.begin(), messages.errors.end());
     }
-    for (const auto& text : messages.warnings) {
+    for (const auto& text : said) {
         findings.warning("model description: " + text + "; correct it where the FMU is made");
     }
-    return model;
+    findings.count(0, 0, said.size() + messages.dropped, said.size());
+    return experiment;
 }
 
 void checkDefaultExperiment(const DefaultExperiment& experiment, Findings& findings) {
@@ -85,29 +106,95 @@ void checkDefaultExperiment(const DefaultExperiment& experiment, Findings& findi
           "step size", experiment.stepSize, "--output-interval");
 }
 
-void checkNames(std::vector<Variable> variables, Findings& findings) {
-    const auto before = [](const Variable& a, const Variable& b) { return a.name < b.name; };
-    const auto same = [](const Variable& a, const Variable& b) { return a.name == b.name; };
-    std::sort(variables.begin(), variables.end(), before);
-    auto found = std::adjacent_find(variables.begin(), variables.end(), same);
-    while (found != variables.end()) {
-        findings.error("two variables are called '" + found->name +
-                       "', only one of them can be set and read; rename one where the FMU is made");
-        found = std::adjacent_find(found + 1, variables.end(), same);
+/// Says what the model description has wrong, as far as it can be read. Its model identifier; empty
+/// when there is none.
+std::string checkDocument(const std::string& unpackDirectory, Findings& findings) {
+    const auto model = readDescribedModel(fmi_import::modelDescriptionPath(unpackDirectory));
+    if (!model) {
+        return {};
     }
+    const DescriptionFindings found = findingsIn(*model);
+    const auto listed = found.sorted();
+    std::size_t warnings = 0;
+    for (const auto& [line, text, isWarning] : listed) {
+        const std::string place = "line " + std::to_string(line) + " of modelDescription.xml: ";
+        if (isWarning) {
+            ++warnings;
+            findings.warning(place + text +
+                             "; give Booleans value references of their own where the FMU is made");
+        } else {
+            findings.error(place + text + "; correct it where the FMU is made");
+        }
+    }
+    findings.count(found.errors(), listed.size() - warnings, found.warnings(), warnings);
+    return model->identifier != nullptr ? model->identifier : "";
 }
 
-void checkBooleans(const FmuDescription& model, Findings& findings) {
-    const SharedReferences references(model);
-    for (const auto& variable : model.variables) {
-        const bool canBeSet = variable.causality == fmi2_causality_enu_parameter ||
-                              variable.causality == fmi2_causality_enu_input;
-        const auto* other = references.setInsteadOf(variable);
-        if (canBeSet && other != nullptr) {
-            findings.warning("the Boolean '" + variable.name + "' has the value reference of '" +
-                             other->name +
-                             "', which would be set instead; give Booleans value "
-                             "references of their own where the FMU is made");
+/// Functions that the library of every slave must have, also those whose ability it does not offer
+/// (FMI 2.0 sections 2.1 and 4.2).
+constexpr std::array slaveFunctions{"fmi2GetTypesPlatform",
+                                    "fmi2GetVersion",
+                                    "fmi2SetDebugLogging",
+                                    "fmi2Instantiate",
+                                    "fmi2FreeInstance",
+                                    "fmi2SetupExperiment",
+                                    "fmi2EnterInitializationMode",
+                                    "fmi2ExitInitializationMode",
+                                    "fmi2Terminate",
+                                    "fmi2Reset",
+                                    "fmi2GetReal",
+                                    "fmi2GetInteger",
+                                    "fmi2GetBoolean",
+                                    "fmi2GetString",
+                                    "fmi2SetReal",
+                                    "fmi2SetInteger",
+                                    "fmi2SetBoolean",
+                                    "fmi2SetString",
+                                    "fmi2GetFMUstate",
+                                    "fmi2SetFMUstate",
+                                    "fmi2FreeFMUstate",
+                                    "fmi2SerializedFMUstateSize",
+                                    "fmi2SerializeFMUstate",
+                                    "fmi2DeSerializeFMUstate",
+                                    "fmi2GetDirectionalDerivative",
+                                    "fmi2SetRealInputDerivatives",
+                                    "fmi2GetRealOutputDerivatives",
+                                    "fmi2DoStep",
+                                    "fmi2CancelStep",
+                                    "fmi2GetStatus",
+                                    "fmi2GetRealStatus",
+                                    "fmi2GetIntegerStatus",
+                                    "fmi2GetBooleanStatus",
+                                    "fmi2GetStringStatus"};
+
+/// True when a file can be called so: the identifier must not lead to another library.
+bool isPlainName(std::string_view identifier) {
+    constexpr std::string_view allowed =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
+    return !identifier.empty() && identifier.find_first_not_of(allowed) == std::string_view::npos;
+}
+
+/// Looks for the functions of the library; that it does not load at all is said where it is run.
+void checkFunctions(const std::string& unpackDirectory, std::string_view identifier,
+                    Findings& findings) {
+    using platform::SharedLibrary;
+    if (!isPlainName(identifier)) {
+        return;
+    }
+    const auto file = platform::nativePath(unpackDirectory) / "binaries" /
+                      SharedLibrary::fmiPlatform() /
+                      (std::string(identifier) + SharedLibrary::suffix());
+    std::error_code error;
+    const ForeignCall call("its library's loading", 0.0);
+    SharedLibrary library;
+    if (!library.open(platform::narrowPath(std::filesystem::absolute(file, error)))) {
+        return;
+    }
+    for (const char* function : slaveFunctions) {
+        if (library.symbol(function) == nullptr) {
+            findings.error(std::string("its library for ") + SharedLibrary::fmiPlatform() +
+                           " has no function " + function +
+                           ", which FMI 2.0 requires; export the FMU with all functions");
         }
     }
 }
@@ -140,8 +227,8 @@ std::string firstStepProblem(LoadedFmu& fmu, double step) {
     return {};
 }
 
-void checkFirstStep(LoadedFmu& fmu, const FmuDescription& model, Findings& findings) {
-    const double wanted = model.defaultExperiment.stepSize;
+void checkFirstStep(LoadedFmu& fmu, const DefaultExperiment& experiment, Findings& findings) {
+    const double wanted = experiment.stepSize;
     const double step = wanted > 0.0 && std::isfinite(wanted) ? wanted : 0.001;
     const auto problem = firstStepProblem(fmu, step);
     if (!problem.empty()) {
@@ -149,14 +236,14 @@ void checkFirstStep(LoadedFmu& fmu, const FmuDescription& model, Findings& findi
     }
 }
 
-void checkRun(const Options& options, const RunDirectory& directory, const FmuDescription& model,
-              Findings& findings) {
+void checkRun(const Options& options, const RunDirectory& directory,
+              const DefaultExperiment& experiment, Findings& findings) {
     const auto logFile = directory.temporaryFile("log");
     try {
         LoadedFmu fmu(options.model, directory, options.debugLogging);
         fmiToolsSetLogFile(fmu.get(), logFile.c_str());
         fmiToolsSetResultsFile(fmu.get(), directory.temporaryFile("results").c_str());
-        checkFirstStep(fmu, model, findings);
+        checkFirstStep(fmu, experiment, findings);
     } catch (const InputError& error) {
         findings.error(error.what());
     }
@@ -171,11 +258,12 @@ int validate(const Options& options) {
     const RunDirectory directory;
     watch.setTemporaryDirectory(directory.temporary());
     Findings findings;
-    if (const auto model = checkDescription(options, directory, findings)) {
-        checkDefaultExperiment(model->defaultExperiment, findings);
-        checkNames(model->variables, findings);
-        checkBooleans(*model, findings);
-        checkRun(options, directory, *model, findings);
+    const auto experiment = checkDescription(options, directory, findings);
+    const std::string identifier = checkDocument(directory.unpackDirectory(), findings);
+    if (experiment) {
+        checkDefaultExperiment(*experiment, findings);
+        checkFunctions(directory.unpackDirectory(), identifier, findings);
+        checkRun(options, directory, *experiment, findings);
     }
     findings.conclude(options.model);
     return findings.errors() > 0 ? program_support::failedStatus : 0;

@@ -326,6 +326,9 @@ TEST_F(FmuRun, ValidationCountsErrors) {
         {scripted, "", 0, "0 errors, 2 warnings"}, // of the Booleans
         {scripted, "", 0, "the Boolean 'active' has the value reference of 'selector'"},
         {narrow(fmuPath("tyre")), "", 0, "0 errors, 0 warnings"},
+        {narrow(fmuPath("shock_absorber")), "", 0, "0 errors, 0 warnings"},
+        {narrow(fmuPath("scripted_missing_function")), "", 1, " has no function fmi2DoStep, which"},
+        {narrow(fmuPath("scripted_missing_function")), "", 1, " has no function fmi2GetFMUstate, "},
         {scripted, "exitInitializationMode=error", 1, "cannot be initialised"},
         {scripted, "doStep=discard", 1, "the first step, to t = 0.1 s, failed"},
         {scripted, "doStep=log warning logStatusWarning Too hot", 0, "][Warning] Too hot"},
