@@ -45,14 +45,12 @@ class Findings {
                   << warnings_ << (warnings_ == 1 ? " warning" : " warnings") << std::endl;
     }
 
-    /// Of these only some were said.
-    void count(std::size_t errors, std::size_t saidErrors, std::size_t warnings,
-               std::size_t saidWarnings) {
-        const std::size_t more = errors - saidErrors + warnings - saidWarnings;
-        errors_ += errors - saidErrors;
-        warnings_ += warnings - saidWarnings;
-        if (more > 0) {
-            std::cout << "and " << more << " more of this kind" << std::endl;
+    /// Counts findings that are too many to be said.
+    void addUnsaid(std::size_t errors, std::size_t warnings) {
+        errors_ += errors;
+        warnings_ += warnings;
+        if (errors + warnings > 0) {
+            std::cout << "and " << errors + warnings << " more of this kind" << std::endl;
         }
     }
 
@@ -83,7 +81,7 @@ checkDescription(const Options& options, const RunDirectory& directory, Findings
     for (const auto& text : said) {
         findings.warning("model description: " + text + "; correct it where the FMU is made");
     }
-    findings.count(0, 0, said.size() + messages.dropped, said.size());
+    findings.addUnsaid(0, messages.dropped);
     return experiment;
 }
 
@@ -126,7 +124,7 @@ std::string checkDocument(const std::string& unpackDirectory, Findings& findings
             findings.error(place + text + "; correct it where the FMU is made");
         }
     }
-    findings.count(found.errors(), listed.size() - warnings, found.warnings(), warnings);
+    findings.addUnsaid(found.errors() - (listed.size() - warnings), found.warnings() - warnings);
     return model->identifier != nullptr ? model->identifier : "";
 }
 

@@ -6,6 +6,7 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -151,4 +152,17 @@ TEST(Validation, FindsNothingWrongInAModelDescriptionThatIsRight) {
     for (const std::string& description : {good, variableStep}) {
         EXPECT_THAT(validated(description), Not(HasSubstr("modelDescription.xml")));
     }
+}
+
+TEST(Validation, ListsTheFirstThousandOfWhatACraftedFileHasWrong) {
+    std::string unknownElements = good;
+    std::string doubledOutputs = good;
+    for (int count = 0; count < 1234; ++count) {
+        unknownElements.insert(unknownElements.rfind("</"), "<a/>");
+        doubledOutputs.insert(doubledOutputs.find("</Outputs>"), "<Unknown index=\"4\"/>");
+    }
+    EXPECT_THAT(validated(unknownElements),
+                AllOf(HasSubstr("and 234 more of this kind"), HasSubstr("1 error, 1234 warnings")));
+    EXPECT_THAT(validated(doubledOutputs), AllOf(HasSubstr("and 234 more of this kind"),
+                                                 HasSubstr("1235 errors, 0 warnings")));
 }
