@@ -4,6 +4,7 @@
 #include "fmu_runtime/log.h"
 #include "fmu_runtime/results_file.h"
 #include "fmu_runtime/slave.h"
+#include "platform/claim.h"
 
 #include <cstdint>
 #include <string>
@@ -11,8 +12,10 @@
 /// The record behind the handle: one FMU, its two files and what the exports store.
 struct FmiToolsInstance {
     std::string fmuPath;
-    std::string unpackDirectory; ///< Absolute; holds the unpacked FMU.
-    std::string scriptDirectory; ///< As the caller gave it, with its closing separator.
+    std::string unpackDirectory;  ///< Absolute; holds the unpacked FMU.
+    std::string scriptDirectory;  ///< As the caller gave it, with its closing separator.
+    platform::Claim unpackClaim;  ///< Of the directory, where the caller has claimed it.
+    platform::Claim onlyInstance; ///< Of an FMU that may have only one in a process.
     fmu_runtime::Slave slave;
     double currentTime = 0.0; ///< The FMU's communication point, seconds.
     double logInterval = 0.0; ///< Step of fmiToolsSimulate, seconds.
@@ -34,6 +37,7 @@ enum ResultCode : std::int32_t {
     initialisationFailed = -200,
     stepFailed = -201,
     variableAccessFailed = -202,
+    fileTaken = -300, ///< Somebody else has the file. Only between runtime and plug-in.
 };
 
 /// Runs the body of an export and answers `failure` where it throws: a lack of memory may not reach

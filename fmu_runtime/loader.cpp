@@ -69,6 +69,24 @@ void takeDefaultExperiment(FmiToolsInstance& instance) {
     instance.endTime = fmi2_import_get_default_experiment_stop(fmu);
 }
 
+/// Whether this process may have one (more) instance of the FMU (FMI 2.0 section 4.3.1,
+/// canBeInstantiatedOnlyOncePerProcess). Each place that it is unpacked to has a library of its own
+/// and could not tell by itself.
+bool isInstanceAllowed(FmiToolsInstance& instance) {
+    if (!instance.slave.isOnlyOncePerProcess()) {
+        return true;
+    }
+    instance.onlyInstance = platform::claimInProcess(instance.slave.identity());
+    if (instance.onlyInstance.isTaken()) {
+        std::fprintf(stderr,
+                     "The FMU %s allows only one instance in a process "
+                     "(canBeInstantiatedOnlyOncePerProcess), and there is one: end that first, or "
+                     "run each in a process of its own\n",
+                     instance.fmuPath.c_str());
+    }
+    return !instance.onlyInstance.isTaken();
+}
+
 std::unique_ptr<FmiToolsInstance> loadFmuImport(const char* fmuPath, const char* workingDirectory,
                                                 const char* scriptDirectory) {
     auto instance = std::make_unique<FmiToolsInstance>();
@@ -80,6 +98,9 @@ std::unique_ptr<FmiToolsInstance> loadFmuImport(const char* fmuPath, const char*
     instance->fmuPath = fmuPath;
     instance->unpackDirectory = std::move(*unpackDirectory);
     if (!instance->slave.open(instance->fmuPath, instance->unpackDirectory, libraryLogger)) {
+        return nullptr;
+    }
+    if (!isInstanceAllowed(*instance)) {
         return nullptr;
     }
     const auto status = instance->slave.loadBinary(fmuCallbacks(instance.get()));

@@ -157,6 +157,12 @@ void stepFinishedCallback(fmi2_component_environment_t /*componentEnvironment*/,
     std::fflush(stdout);
 }
 
+std::int32_t openLogFile(FmiToolsInstance& instance, const char* path) {
+    const ExclusiveLog exclusive(instance.log);
+    instance.log.line.reserve(usualLineSize);
+    return instance.log.output.open(path) ? success : fileTaken;
+}
+
 } // namespace fmu_runtime
 
 using namespace fmu_runtime;
@@ -176,9 +182,9 @@ std::int32_t fmiToolsSetLogFile(FmiToolsInstance* instance, const char* path) {
         return notAvailable;
     }
     return guarded<std::int32_t>(success, [&] {
-        const ExclusiveLog exclusive(instance->log);
-        instance->log.line.reserve(usualLineSize);
-        instance->log.output.open(path);
+        if (openLogFile(*instance, path) == fileTaken) {
+            logRuntime(instance, levels::error, instance->log.output.refusal());
+        }
         return success;
     });
 }

@@ -66,6 +66,12 @@ void logRuntime(FmiToolsInstance* instance, std::string_view level,
 void logRuntime(FmiToolsInstance* instance, std::string_view level,
                 std::string_view message) noexcept;
 
+/// As fmiToolsSetLogFile(), without a line about a file that somebody else has.
+///
+/// @return success, or fileTaken with no log file set
+/// @throws std::bad_alloc when memory runs out
+std::int32_t openLogFile(FmiToolsInstance& instance, const char* path);
+
 /// The FMU's logger (FMI 2.0 section 2.1.5): its messages become log lines with the FMI status as
 /// level and the FMU's instance name as module. `componentEnvironment` is the instance; null is
 /// ignored.

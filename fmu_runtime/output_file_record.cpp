@@ -4,11 +4,27 @@
 
 namespace fmu_runtime {
 
-void OutputFileRecord::open(const char* path) {
+bool OutputFileRecord::open(const char* path) {
     path_ = path != nullptr ? path : "";
-    replaced_.push_back(std::move(file_));
+    if (file_.isOpen()) {
+        replaced_.push_back(std::move(file_));
+    }
     file_ = path != nullptr ? platform::OutputFile(path) : platform::OutputFile();
     failureReported_ = false;
+    return !file_.isTaken() || reopen(path);
+}
+
+bool OutputFileRecord::reopen(const char* path) {
+    for (platform::OutputFile& file : replaced_) {
+        if (file.isAt(path)) {
+            file.clear();
+            file_ = std::move(file);
+            std::swap(file, replaced_.back());
+            replaced_.pop_back();
+            return true;
+        }
+    }
+    return false;
 }
 
 bool OutputFileRecord::write(std::string_view text) {
@@ -20,9 +36,17 @@ bool OutputFileRecord::isNewFailure() {
 }
 
 LogMessage OutputFileRecord::failure() const {
-    LogMessage message("Failed to write ");
-    message.add(name_).add(" ").add(path_).add(": ").add(file_.lastError());
-    return message;
+    return message("Failed to write ");
+}
+
+LogMessage OutputFileRecord::refusal() const {
+    return message("Failed to open ");
+}
+
+LogMessage OutputFileRecord::message(const char* problem) const {
+    LogMessage text(problem);
+    text.add(name_).add(" ").add(path_).add(": ").add(file_.lastError());
+    return text;
 }
 
 void OutputFileRecord::close() {

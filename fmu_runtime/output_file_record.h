@@ -16,8 +16,9 @@ class OutputFileRecord {
     explicit OutputFileRecord(const char* name) : name_(name) {}
 
     /// Writes to `path` from now on. A file that is replaced stays open until close(). Where the
-    /// path cannot be opened the record is left without a file.
-    void open(const char* path);
+    /// path cannot be opened the record is left without a file. False when that is because somebody
+    /// else has the file; one that the record has already, it begins anew.
+    bool open(const char* path);
 
     [[nodiscard]] bool isOpen() const { return file_.isOpen(); }
 
@@ -32,15 +33,21 @@ class OutputFileRecord {
     /// "Failed to write " the file and why.
     [[nodiscard]] LogMessage failure() const;
 
+    /// "Failed to open " the file and why.
+    [[nodiscard]] LogMessage refusal() const;
+
     /// Closes the file and those that it replaced.
     void close();
 
   private:
+    bool reopen(const char* path);
+    [[nodiscard]] LogMessage message(const char* problem) const;
+
     const char* name_;
     platform::OutputFile file_;
     std::string path_;
     bool failureReported_ = false;
-    std::vector<platform::OutputFile> replaced_;
+    std::vector<platform::OutputFile> replaced_; ///< All of them are open.
 };
 
 } // namespace fmu_runtime

@@ -89,17 +89,19 @@ bool write(FmiToolsInstance& instance, std::string_view text) {
 /// Opens the file and writes the header. A file that does not open is left closed: no rows will
 /// follow. What can fail comes first, so that a failure leaves earlier columns and their row buffer
 /// as they were.
-void writeResultsHeader(FmiToolsInstance& instance, const char* path, bool includeAllVariables) {
+std::int32_t writeResultsHeader(FmiToolsInstance& instance, const char* path,
+                                bool includeAllVariables) {
     ResultsFile& results = instance.results;
     Columns columns = collectColumns(instance.slave.fmu(), includeAllVariables);
     std::vector<char> row((columns.references.size() + 1) * (realTextSize + 1));
-    results.output.open(path);
+    const bool isFree = results.output.open(path);
     results.includeAllVariables = includeAllVariables;
     results.columns.swap(columns.references);
     results.row.swap(row);
     if (results.output.isOpen()) {
         static_cast<void>(write(instance, columns.header)); // The rows will fail, too.
     }
+    return isFree ? success : fileTaken;
 }
 
 /// Composes the row in the instance's buffer; `end` receives where it ends. False when a value
@@ -133,6 +135,15 @@ std::int32_t writeResultsRow(FmiToolsInstance& instance) noexcept {
     });
 }
 
+std::int32_t openResultsFile(FmiToolsInstance& instance, const char* path) noexcept {
+    const auto result = guarded<std::int32_t>(
+        notAvailable, [&] { return writeResultsHeader(instance, path, false); });
+    if (result == notAvailable) {
+        logRuntime(&instance, levels::error, "Failed to setup results logging");
+    }
+    return result;
+}
+
 } // namespace fmu_runtime
 
 using namespace fmu_runtime;
@@ -141,12 +152,10 @@ std::int32_t fmiToolsSetResultsFile(FmiToolsInstance* instance, const char* path
     if (instance == nullptr) {
         return notAvailable;
     }
-    const auto result = guarded<std::int32_t>(notAvailable, [&] {
-        writeResultsHeader(*instance, path, false);
+    const std::int32_t result = openResultsFile(*instance, path);
+    if (result == fileTaken) {
+        logRuntime(instance, levels::error, instance->results.output.refusal());
         return success;
-    });
-    if (result != success) {
-        logRuntime(instance, levels::error, "Failed to setup results logging");
     }
     return result;
 }

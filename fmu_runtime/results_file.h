@@ -17,6 +17,11 @@ struct ResultsFile {
     std::vector<char> row; ///< As large as the longest row, so that a step allocates nothing.
 };
 
+/// As fmiToolsSetResultsFile(), without a line about a file that somebody else has.
+///
+/// @return success; notAvailable as there; fileTaken with no results file set
+std::int32_t openResultsFile(FmiToolsInstance& instance, const char* path) noexcept;
+
 /// Appends a row of the current time and every column to the results file.
 ///
 /// @return 0, also when there is no results file; -202 when a value could not be read, and the row

@@ -82,6 +82,15 @@ const char* Slave::generationTool() const {
     return fmi2_import_get_generation_tool(fmu_);
 }
 
+bool Slave::isOnlyOncePerProcess() const {
+    return fmi2_import_get_capability(fmu_, fmi2_cs_canBeInstantiatedOnlyOncePerProcess) != 0;
+}
+
+std::string Slave::identity() const {
+    return std::string(fmi2_import_get_model_identifier_CS(fmu_)) + ' ' +
+           fmi2_import_get_GUID(fmu_);
+}
+
 fmi2_import_variable_t* Slave::find(const char* name) const {
     return name == nullptr ? nullptr : fmi2_import_get_variable_by_name(fmu_, name);
 }

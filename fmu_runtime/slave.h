@@ -45,6 +45,15 @@ class Slave {
 
     [[nodiscard]] const char* generationTool() const;
 
+    /// Whether a process may have only one instance of the FMU.
+    [[nodiscard]] bool isOnlyOncePerProcess() const;
+
+    /// What tells the FMU from others: its model identifier and its GUID.
+    [[nodiscard]] std::string identity() const;
+
+    /// Whether the FMU has an instance.
+    [[nodiscard]] bool isInstantiated() const { return instantiated_; }
+
     /// The variable of a name, or null.
     [[nodiscard]] fmi2_import_variable_t* find(const char* name) const;
 

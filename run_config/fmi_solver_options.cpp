@@ -1,5 +1,6 @@
 #include "run_config/fmi_solver_options.h"
 
+#include "platform/file_names.h"
 #include "run_config/console.h"
 #include "run_config/parameters_file.h"
 
@@ -72,6 +73,8 @@ void FmiSolverOptions::applyOption(const Tokens& tokens, std::size_t index, bool
         applyFmuType(tokens, index);
     } else if (option == "-parameter") {
         applyParameter(tokens, index, fileGiven);
+    } else if (option == "-instance") {
+        applyInstance(tokens, index);
     } else if (option == parameterFileOption) {
         applyParameterFile(tokens, index);
     }
@@ -81,6 +84,23 @@ void FmiSolverOptions::applyFmuType(const Tokens& tokens, std::size_t index) {
     if (hasArgument(tokens, index)) {
         fmuType_ = tokens[index + 1];
     }
+}
+
+// Not in the folder of the clean-up scripts either, where the FMU could bring one of its own.
+void FmiSolverOptions::applyInstance(const Tokens& tokens, std::size_t index) {
+    if (!hasArgument(tokens, index)) {
+        return;
+    }
+    const auto name = tokens[index + 1];
+    auto fault = platform::plainNameFault(name);
+    if (platform::inCapitals(name) == "FMITOOLS") {
+        fault = "that folder is for clean-up scripts";
+    }
+    if (fault) {
+        throw std::runtime_error("FMISolver - \"-instance " + std::string(name) +
+                                 "\" cannot be part of the names of files: " + *fault);
+    }
+    instance_ = name;
 }
 
 void FmiSolverOptions::applyParameter(const Tokens& tokens, std::size_t index, bool fileGiven) {

@@ -23,6 +23,7 @@ class FmiSolverOptions {
     ///     -fmutype KIND          the kind of FMU that the user expects
     ///     -parameter NAME VALUE  one FMU parameter; a later value replaces an earlier one
     ///     -parameterfile PATH    FMU parameters from a file; then "-parameter" is ignored
+    ///     -instance NAME         tells this run's files from those of other runs of the model
     ///
     /// A name, kind or path that begins with "-" counts as missing; an option that lacks its
     /// arguments and every other token are skipped without a word. What happens with parameter
@@ -31,8 +32,8 @@ class FmiSolverOptions {
     /// @param argc number of tokens
     /// @param argv the tokens, borrowed for the call; no terminating null entry is needed
     /// @return 0
-    /// @throws std::runtime_error when there is no token; the standard library's exceptions when
-    ///         memory runs out
+    /// @throws std::runtime_error when there is no token, and for an instance name that cannot be
+    ///         part of the names of files; the standard library's exceptions when memory runs out
     int parseArguments(int argc, char** argv);
 
     /// Adds the parameters of an FMU parameters file (see parameters_file.h) to parameters().
@@ -57,6 +58,9 @@ class FmiSolverOptions {
     /// Declared kind of the FMU, empty when none was declared.
     [[nodiscard]] std::string fmuType() const { return fmuType_; }
 
+    /// Name of the run, empty when none was given.
+    [[nodiscard]] std::string instance() const { return instance_; }
+
     /// The FMU parameters given on the command line and in parameter files.
     [[nodiscard]] FmuParameterMap parameters() const { return parameters_; }
 
@@ -66,6 +70,7 @@ class FmiSolverOptions {
     void applyOption(const Tokens& tokens, std::size_t index, bool fileGiven);
     void applyFmuType(const Tokens& tokens, std::size_t index);
     void applyParameter(const Tokens& tokens, std::size_t index, bool fileGiven);
+    void applyInstance(const Tokens& tokens, std::size_t index);
     void applyParameterFile(const Tokens& tokens, std::size_t index);
 
     std::string fmuPath_;
@@ -73,6 +78,7 @@ class FmiSolverOptions {
     bool arrayInputs_ = true;
     bool outputsAreArrays_ = false;
     std::string fmuType_;
+    std::string instance_;
     FmuParameterMap parameters_;
 };
 

@@ -1,5 +1,6 @@
 #include "run_config/run_paths.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace run_config {
@@ -24,10 +25,30 @@ std::string outputDirectoryFor(const std::string& workingDirectory) {
 }
 
 std::string runFileStem(const platform::PathStyle& style, std::string_view outputDirectory,
-                        std::string_view fmuPath) {
+                        std::string_view fmuPath, std::string_view instance) {
     std::string path = platform::withTrailingSeparator(style, outputDirectory);
     path += runFileName(style, fmuPath);
-    return path.substr(0, path.rfind('.'));
+    path.erase(std::min(path.rfind('.'), path.size()));
+    return instance.empty() ? path : path.append("_").append(instance);
+}
+
+std::string numberedFile(const std::string& file, unsigned number) {
+    std::string numbered = file;
+    if (number > 1) {
+        numbered.insert(file.rfind('.'), '.' + std::to_string(number));
+    }
+    return numbered;
+}
+
+UnpackDirectories unpackDirectories(const platform::PathStyle& style,
+                                    const std::string& workingDirectory, const std::string& stem,
+                                    const std::string& instance) {
+    const std::string parent = platform::withTrailingSeparator(style, workingDirectory);
+    if (!instance.empty()) {
+        return {parent + instance, parent + instance};
+    }
+    const auto model = platform::fileNameOf(style, stem);
+    return {workingDirectory, parent + (model.empty() ? "fmu" : std::string(model))};
 }
 
 } // namespace run_config

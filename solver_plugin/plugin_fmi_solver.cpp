@@ -139,7 +139,21 @@ void PluginFmiSolver::setUp(ModelManager* modelManager) {
             writeSetUpStatus(*this, preparationFailure);
             return 0;
         });
+    } else {
+        tellHostOfMovedFiles();
     }
+}
+
+/// A host that shows the run's files to its user would look at those of another run.
+void PluginFmiSolver::tellHostOfMovedFiles() const {
+    resultOf("setUp", [&] {
+        const RunFiles& files = core().files;
+        if (Logger* logger = Logger::get(); files.isMoved && logger != nullptr) {
+            logger->log(Logger::info, "FMISolver log file: " + files.log);
+            logger->log(Logger::info, "FMISolver results file: " + files.results);
+        }
+        return 0;
+    });
 }
 
 void PluginFmiSolver::applyInitialInputs(int /*iteration*/) {

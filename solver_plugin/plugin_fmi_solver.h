@@ -75,6 +75,8 @@ class PluginFmiSolver final : public Solver {
 
     void report(const char* name, int failureCode, std::int32_t result) const;
 
+    void tellHostOfMovedFiles() const;
+
     [[nodiscard]] std::int32_t setInputs() const;
     [[nodiscard]] std::int32_t getOutputs() const;
 

@@ -1,7 +1,8 @@
 #include "fmi_import/archive/archive_entry_rules.h"
 
+#include "platform/file_names.h"
+
 #include <algorithm>
-#include <array>
 #include <cctype>
 #include <vector>
 
@@ -18,36 +19,9 @@ bool hasDriveLetter(std::string_view name) {
            std::isalpha(static_cast<unsigned char>(name[0])) != 0;
 }
 
-std::string inCapitals(std::string_view text) {
-    std::string result(text);
-    std::ranges::transform(result, result.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
-    return result;
-}
-
 /// What is left of a part of a path where dots and blanks at its end are dropped.
 std::string_view withoutDroppedEnd(std::string_view component) {
     return component.substr(0, component.find_last_not_of(". ") + 1);
-}
-
-bool isDeviceNumber(std::string_view text) {
-    // A superscript 1 to 3 counts, in UTF-8 and in the Latin code pages.
-    constexpr std::array<std::string_view, 6> superscripts{"\xc2\xb9", "\xc2\xb2", "\xc2\xb3",
-                                                           "\xb9",     "\xb2",     "\xb3"};
-    return (text.size() == 1 && text[0] >= '0' && text[0] <= '9') ||
-           std::ranges::find(superscripts, text) != superscripts.end();
-}
-
-/// Windows takes "NUL", "nul.txt" and "COM1 .dat" for devices, in every folder.
-bool isDeviceName(std::string_view component) {
-    constexpr std::array<std::string_view, 6> devices{"CON", "PRN",    "AUX",
-                                                      "NUL", "CONIN$", "CONOUT$"};
-    std::string stem = inCapitals(component.substr(0, component.find('.')));
-    stem.erase(stem.find_last_not_of(' ') + 1);
-    const bool numbered = (stem.starts_with("COM") || stem.starts_with("LPT")) &&
-                          isDeviceNumber(std::string_view(stem).substr(3));
-    return numbered || std::ranges::find(devices, stem) != devices.end();
 }
 
 std::optional<std::string> windowsComponentFault(std::string_view component) {
@@ -57,7 +31,7 @@ std::optional<std::string> windowsComponentFault(std::string_view component) {
     if (component != "." && withoutDroppedEnd(component).empty()) {
         return "a part of it has only dots and blanks, which Windows drops";
     }
-    if (isDeviceName(component)) {
+    if (platform::isDeviceName(component)) {
         return "a part of it is the name of a device";
     }
     return std::nullopt;
@@ -86,7 +60,7 @@ std::vector<std::string_view> components(std::string_view path) {
 bool isInScriptFolder(std::string_view path) {
     for (const std::string_view component : components(path)) {
         if (!component.empty() && component != ".") {
-            return inCapitals(withoutDroppedEnd(component)) == "FMITOOLS";
+            return platform::inCapitals(withoutDroppedEnd(component)) == "FMITOOLS";
         }
     }
     return false;

@@ -56,9 +56,10 @@ struct DefaultExperiment {
     std::array<bool, 4> isGiven{};
 };
 
-/// Optional abilities of a Co-Simulation slave that decide which functions its binary must have
-/// (section 4.3.1).
+/// Optional abilities of a Co-Simulation slave that decide which functions its binary must have,
+/// and how many instances it may have (section 4.3.1).
 struct Capabilities {
+    bool onlyOncePerProcess = false;
     bool getAndSetState = false;
     bool serializeState = false;
     bool directionalDerivative = false;

@@ -28,7 +28,7 @@ constexpr std::array rootAttributes{"fmiVersion",
                                     "generationDateAndTime",
                                     "numberOfEventIndicators"};
 
-/// The first of each list is the identifier; of the last three, in this order, Capabilities is
+/// The first is the identifier; of the third and the last three, in this order, Capabilities is
 /// made.
 constexpr std::array interfaceAttributes{"modelIdentifier",
                                          "needsExecutionTool",
@@ -146,7 +146,7 @@ class Reader {
         for (std::size_t at = 1; at < values.size(); ++at) {
             flags[at] = readFlag(element, interfaceAttributes[at], values[at]);
         }
-        capabilities = {flags[9], flags[10], flags[11]};
+        capabilities = {flags[2], flags[9], flags[10], flags[11]};
         return orEmpty(values.front());
     }
 

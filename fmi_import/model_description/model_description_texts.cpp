@@ -13,6 +13,24 @@ fmi2_fmu_kind_enu_t fmi2_import_get_fmu_kind(fmi2_import_t* fmu) {
                           : fmi2_fmu_kind_unknown;
 }
 
+unsigned fmi2_import_get_capability(fmi2_import_t* fmu, fmi2_capabilities_enu_t capability) {
+    if (fmu == nullptr) {
+        return 0;
+    }
+    const fmi_import::Capabilities& has = fmu->description.capabilities;
+    switch (capability) {
+    case fmi2_cs_canBeInstantiatedOnlyOncePerProcess:
+        return has.onlyOncePerProcess ? 1 : 0;
+    case fmi2_cs_canGetAndSetFMUstate:
+        return has.getAndSetState ? 1 : 0;
+    case fmi2_cs_canSerializeFMUstate:
+        return has.serializeState ? 1 : 0;
+    case fmi2_cs_providesDirectionalDerivatives:
+        return has.directionalDerivative ? 1 : 0;
+    }
+    return 0;
+}
+
 const char* fmi2_import_get_model_name(fmi2_import_t* fmu) {
     return textOf(fmu, &fmi_import::ModelDescription::modelName);
 }

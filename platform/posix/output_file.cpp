@@ -29,16 +29,71 @@ int awayFromStandardStreams(int file) {
 }
 
 int openForWriting(const char* path) {
-    const int file = awayFromStandardStreams(
-        ::open(path, O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, readableAndWritable));
+    return awayFromStandardStreams(
+        ::open(path, O_RDWR | O_CREAT | O_CLOEXEC | O_NONBLOCK, readableAndWritable));
+}
 
+mode_t kindOf(int file) {
     struct stat status {};
 
-    // A write to a pipe that nobody empties fails instead of waiting; all else is as usual.
-    if (file >= 0 && (::fstat(file, &status) != 0 || !S_ISFIFO(status.st_mode))) {
-        ::fcntl(file, F_SETFL, O_RDWR);
+    return ::fstat(file, &status) == 0 ? status.st_mode & S_IFMT : 0;
+}
+
+/// Whether `path` (still) leads to the open `file`.
+bool leadsTo(int file, const char* path) {
+    struct stat opened {};
+
+    struct stat named {};
+
+    return ::fstat(file, &opened) == 0 && ::stat(path, &named) == 0 &&
+           opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+enum class Held { here, elsewhere, forAMoment };
+
+/// Locks of an open file description stand between the handles of one process, too, and go with the
+/// handle.
+struct flock wholeFile(short type) {
+    struct flock lock {};
+
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    return lock;
+}
+
+/// Tries to lock a file for this handle alone. Who writes to it has such a lock; who is about to
+/// remove it, one that readers share.
+Held hold(int file) {
+    auto lock = wholeFile(F_WRLCK);
+    if (::fcntl(file, F_OFD_SETLK, &lock) == 0 || (errno != EAGAIN && errno != EACCES)) {
+        return Held::here; // Also where the file system has no locks.
     }
-    return file;
+    const bool isAnswered = ::fcntl(file, F_OFD_GETLK, &lock) == 0;
+    return isAnswered && lock.l_type == F_WRLCK ? Held::elsewhere : Held::forAMoment;
+}
+
+/// Opens `path` and holds it if it is a file. -1 with the reason in errno, which is EWOULDBLOCK
+/// for a file that another handle holds.
+int openAndHold(const char* path) {
+    constexpr int attempts = 100;
+    constexpr timespec pause{0, 1'000'000};
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const int file = openForWriting(path);
+        if (file < 0 || kindOf(file) != S_IFREG) {
+            return file;
+        }
+        const Held held = hold(file);
+        if (held == Held::here && leadsTo(file, path)) {
+            return file;
+        }
+        ::close(file);
+        if (held == Held::elsewhere) {
+            break;
+        }
+        ::nanosleep(&pause, nullptr); // Somebody removes it, or has just removed it.
+    }
+    errno = EWOULDBLOCK;
+    return -1;
 }
 
 /// Writes like write(), but where the process has a limit on the size of files, going beyond it is
@@ -71,9 +126,30 @@ bool filesAreLimited() {
 
 } // namespace
 
-OutputFile::OutputFile(const char* path) : handle_(openForWriting(path)) {
+OutputFile::OutputFile(const char* path) : handle_(openAndHold(path)) {
     error_ = isOpen() ? 0 : errno;
+    isTaken_ = error_ == EWOULDBLOCK;
     isLimited_ = filesAreLimited();
+    if (!isOpen()) {
+        return;
+    }
+    const int file = static_cast<int>(handle_);
+    // A write to a pipe that nobody empties fails instead of waiting; all else is as usual.
+    if (kindOf(file) != S_IFIFO) {
+        ::fcntl(file, F_SETFL, O_RDWR);
+    }
+    clear();
+}
+
+bool OutputFile::isAt(const char* path) const {
+    return isOpen() && leadsTo(static_cast<int>(handle_), path);
+}
+
+void OutputFile::clear() {
+    const int file = static_cast<int>(handle_);
+    if (kindOf(file) == S_IFREG && ::ftruncate(file, 0) == 0) {
+        ::lseek(file, 0, SEEK_SET);
+    }
 }
 
 bool OutputFile::write(std::string_view text) {
@@ -111,6 +187,21 @@ bool OutputFile::isOfUse(int error) {
 void OutputFile::close() {
     if (isOpen()) {
         ::close(static_cast<int>(std::exchange(handle_, -1)));
+    }
+}
+
+void removeUnheldFile(const std::filesystem::path& path) {
+    const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    auto lock = wholeFile(F_RDLCK);
+    const bool isHeld =
+        file >= 0 && ::fcntl(file, F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES);
+    std::error_code error;
+    // Also one that may not be read, and so not be asked.
+    if (!isHeld && std::filesystem::is_regular_file(std::filesystem::symlink_status(path, error))) {
+        std::filesystem::remove(path, error);
+    }
+    if (file >= 0) {
+        ::close(file);
     }
 }
 

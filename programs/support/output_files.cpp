@@ -66,10 +66,7 @@ void clearOutputFile(const std::string& path, const std::string& what, const std
 }
 
 void removeFormerFile(const fs::path& file) {
-    std::error_code error;
-    if (fs::is_regular_file(fs::symlink_status(file, error))) {
-        fs::remove(file, error);
-    }
+    platform::removeUnheldFile(file);
 }
 
 void writeOutputFile(const std::string& path, std::string_view content, const std::string& what,

@@ -15,7 +15,8 @@ namespace program_support {
 ///         a link to nothing.
 void clearOutputFile(const std::string& path, const std::string& what, const std::string& option);
 
-/// Removes a file if it is one; what is not stays, and so does what cannot be removed.
+/// Removes a file if it is one; what is not stays, and so does what cannot be removed or what a run
+/// is writing to.
 void removeFormerFile(const std::filesystem::path& file);
 
 /// Writes a whole file.

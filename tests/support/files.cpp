@@ -12,7 +12,7 @@ namespace test_support {
 namespace fs = std::filesystem;
 
 TemporaryDirectory::TemporaryDirectory(const fs::path& name)
-    : path_(name.empty() ? root_.path() : root_ / name) {
+    : path_(root_ / (name.empty() ? fs::path("run") : name)) {
     fs::create_directories(path_);
 }
 

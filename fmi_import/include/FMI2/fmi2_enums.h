@@ -90,6 +90,15 @@ typedef enum {
     fmi2_terminated = 3
 } fmi2_status_kind_t;
 
+/** Capability flags of the Co-Simulation interface (section 4.3.1) that
+ * fmi2_import_get_capability() answers. */
+typedef enum {
+    fmi2_cs_canBeInstantiatedOnlyOncePerProcess = 13,
+    fmi2_cs_canGetAndSetFMUstate = 15,
+    fmi2_cs_canSerializeFMUstate = 16,
+    fmi2_cs_providesDirectionalDerivatives = 17
+} fmi2_capabilities_enu_t;
+
 /** @name Names of the enumerators
  * Static texts; a number without a name gives "Undefined", "Unknown" or "Error". */
 /** @{ */

@@ -63,6 +63,12 @@ FMILIB_EXPORT const char* fmi2_import_get_generation_tool(fmi2_import_t* fmu);
 FMILIB_EXPORT const char* fmi2_import_get_description(fmi2_import_t* fmu);
 /** @} */
 
+/** Whether the model description gives the FMU a capability (section 4.3.1): 1 or 0; 0 for null and
+ * for other numbers. Those whose functions the binary lacks are taken away by
+ * fmi2_import_create_dllfmu(). */
+FMILIB_EXPORT unsigned fmi2_import_get_capability(fmi2_import_t* fmu,
+                                                  fmi2_capabilities_enu_t capability);
+
 /** @name Default experiment (section 2.2.5)
  * Absent values are 0.0 s, 1.0 s, 1e-4 and 1e-2 s, and asking for one is logged as a warning. */
 /** @{ */
