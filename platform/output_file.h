@@ -69,6 +69,9 @@ class OutputFile {
     bool isTaken_ = false;
 };
 
+/// Whether `file` is open as an OutputFile, in this process or another.
+bool isHeld(const std::filesystem::path& file);
+
 /// Removes a file unless it is open as an OutputFile. What is no file stays: so does a link.
 void removeUnheldFile(const std::filesystem::path& file);
 

@@ -49,6 +49,16 @@ bool leadsTo(int file, const char* path) {
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
+int openForReading(const std::filesystem::path& path) {
+    return ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+}
+
+void closeFile(int file) {
+    if (file >= 0) {
+        ::close(file);
+    }
+}
+
 enum class Held { here, elsewhere, forAMoment };
 
 /// Locks of an open file description stand between the handles of one process, too, and go with the
@@ -190,19 +200,26 @@ void OutputFile::close() {
     }
 }
 
+bool isHeld(const std::filesystem::path& path) {
+    const int file = openForReading(path);
+    auto lock = wholeFile(F_RDLCK); // One that stands beside those of who removes it.
+    const bool isHeld =
+        file >= 0 && ::fcntl(file, F_OFD_GETLK, &lock) == 0 && lock.l_type == F_WRLCK;
+    closeFile(file);
+    return isHeld;
+}
+
 void removeUnheldFile(const std::filesystem::path& path) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const int file = openForReading(path);
     auto lock = wholeFile(F_RDLCK);
     const bool isHeld =
         file >= 0 && ::fcntl(file, F_OFD_SETLK, &lock) != 0 && (errno == EAGAIN || errno == EACCES);
     std::error_code error;
     // Also one that may not be read, and so not be asked.
-    if (!isHeld && std::filesystem::is_regular_file(std::filesystem::symlink_status(path, error))) {
+    if (!isHeld && is_regular_file(symlink_status(path, error))) {
         std::filesystem::remove(path, error);
     }
-    if (file >= 0) {
-        ::close(file);
-    }
+    closeFile(file);
 }
 
 } // namespace platform

@@ -172,10 +172,9 @@ void addRunOptions(CLI::App& app, LaunchOptions& options, GivenOptions& given) {
 }
 
 void addModelOptions(CLI::App& app, LaunchOptions& options, GivenOptions& given) {
-    app.add_option(
-           "--vehicle", given.vehicle,
-           "A quarter of a car on one tyre, or a car on four, each with a solver that works "
-           "in a folder of the wheel's name (default: quarter)")
+    app.add_option("--vehicle", given.vehicle,
+                   "A quarter of a car on one tyre, or a car on four, each with a solver that runs "
+                   "as the instance of the wheel's name (default: quarter)")
         ->type_name("quarter|car")
         ->check([](const std::string& vehicle) {
             return vehicle == "quarter" || vehicle == "car"

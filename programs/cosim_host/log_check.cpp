@@ -47,11 +47,11 @@ bool checkEnd(const std::string& log) {
 
 } // namespace
 
-RunOutcome checkLogs(const RunReport& report, const std::vector<SolverFiles>& files, bool strict) {
+RunOutcome checkLogs(const RunReport& report, const std::vector<SolverFiles*>& files, bool strict) {
     bool clean = true;
     bool whole = true;
-    for (const SolverFiles& each : files) {
-        const std::string log = platform::narrowPath(each.log);
+    for (const SolverFiles* each : files) {
+        const std::string log = platform::narrowPath(each->log);
         clean = checkLog(log) && clean;
         whole = (report.outcome != RunOutcome::completed || checkEnd(log)) && whole;
     }

@@ -12,6 +12,6 @@ namespace cosim_host {
 ///
 /// Returns the outcome: that of `report`, but failed for a log that breaks off, and with `strict`
 /// for any warning or error.
-RunOutcome checkLogs(const RunReport& report, const std::vector<SolverFiles>& files, bool strict);
+RunOutcome checkLogs(const RunReport& report, const std::vector<SolverFiles*>& files, bool strict);
 
 } // namespace cosim_host

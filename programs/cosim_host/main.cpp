@@ -27,13 +27,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -104,7 +102,7 @@ int exitStatus(RunOutcome outcome) {
     return program_support::failedStatus;
 }
 
-using Partners = std::vector<const Partner*>;
+using Partners = std::vector<Partner*>;
 
 void requireDistinctFiles(const LaunchOptions& options, const Partners& partners) {
     const auto road = [](const std::string& name) {
@@ -152,10 +150,10 @@ int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, 
           const Partners& partners, const TemporaryDirectory& temporary) {
     requireDistinctFiles(options, partners);
     requireFmus(options, partners);
-    std::vector<SolverFiles> files;
+    std::vector<SolverFiles*> files;
     bool parametersUsable = true;
-    for (const Partner* partner : partners) {
-        files.push_back(partner->files());
+    for (Partner* partner : partners) {
+        files.push_back(&partner->files());
         parametersUsable = partner->checkParametersFiles() && parametersUsable;
     }
     const program_support::EarlyEnd earlyEnd(options.timeout);
@@ -166,16 +164,20 @@ int drive(const LaunchOptions& options, Solver& solver, Simulation& simulation, 
         program_support::clearOutputFile(options.plot.file, "picture", "--plot");
     }
     // A load that ends the process must not leave what looks like this run's.
-    for (const SolverFiles& each : files) {
-        clearFormer(each.log, "solver's log");
-        clearFormer(each.results, "solver's results");
+    for (const SolverFiles* each : files) {
+        clearFormer(each->log, "solver's log");
+        clearFormer(each->results, "solver's results");
     }
     program_support::CallWatch watch("cosim_host: the solver", options.timeout);
     watch.setTemporaryDirectory(temporary.path());
     RunPlan plan = options.plan;
-    plan.solverLog = files.size() == 1 ? files.front().log : std::filesystem::path();
+    plan.files = files.size() == 1 ? files.front() : nullptr;
     plan.keptIn = keptIn(options, temporary);
-    watch.setLog(platform::narrowPath(plan.solverLog));
+    const auto watchLog = [&] {
+        watch.setLog(plan.files != nullptr ? platform::narrowPath(plan.files->log) : "");
+    };
+    watchLog();
+    const FollowedFiles followed(files, watchLog);
     Recorder recorder(model.signals(), options.outputFile);
     RunReport report = [&] {
         const program_support::KeptOutput kept(plan.keptIn);
@@ -207,32 +209,15 @@ int runWithOneSolver(const LaunchOptions& options) {
     return drive(options, partner.solver(), partner.simulation(), *model, {&partner}, temporary);
 }
 
-/// Makes the folder of a wheel's solver in the working directory.
-std::string makeWheelFolder(const LaunchOptions& options, const char* wheel) {
-    const auto folder = platform::nativePath(options.workingDirectory) / wheel;
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error) {
-        throw program_support::InputError("cannot make the folder '" +
-                                          platform::narrowPath(folder) + "': " + error.message() +
-                                          "; name another place with --working-directory");
-    }
-    return platform::narrowPath(folder);
-}
-
 std::vector<std::unique_ptr<Partner>> makeWheelPartners(const LaunchOptions& options,
                                                         const TemporaryDirectory& temporary) {
-    if (std::getenv("TEST_OUTPUT_PATH") != nullptr) {
-        throw program_support::InputError(
-            "TEST_OUTPUT_PATH sends the logs and results of all wheels to the same files; unset it "
-            "for --vehicle car");
-    }
     std::vector<std::unique_ptr<Partner>> partners;
     for (std::size_t i = 0; i < wheelCount; ++i) {
         const std::string& own = options.wheelCommandLines[i];
-        partners.push_back(std::make_unique<Partner>(
-            options, own.empty() ? options.commandLine : own,
-            makeWheelFolder(options, wheelNames[i]), keptIn(options, temporary)));
+        const std::string& commandLine = own.empty() ? options.commandLine : own;
+        partners.push_back(
+            std::make_unique<Partner>(options, commandLine + " -instance " + wheelNames[i],
+                                      options.workingDirectory, keptIn(options, temporary)));
     }
     return partners;
 }
@@ -249,7 +234,7 @@ int runWithACar(const LaunchOptions& options) {
         options);
     WheelSolvers solvers(of([&](std::size_t i) {
         return WheelSolver{wheelNames[i], &partners[i]->solver(), &partners[i]->simulation(),
-                           partners[i]->files().log};
+                           &partners[i]->files()};
     }));
     Partners all;
     for (const auto& partner : partners) {

@@ -45,7 +45,7 @@ Partner::Partner(const LaunchOptions& options, const std::string& commandLine,
                  const std::string& workingDirectory, const std::filesystem::path& keptIn)
     : keptIn_(keptIn),
       arguments_(split(commandLine)),
-      files_(solverFiles(workingDirectory, arguments_.empty() ? "" : arguments_.front())),
+      files_(solverFiles(workingDirectory, arguments_)),
       solver_(options.solverLibrary.empty() ? defaultSolverLibrary() : options.solverLibrary,
               keptIn) {
     simulation_.setCommandLine(commandLine);

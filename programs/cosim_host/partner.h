@@ -33,6 +33,8 @@ class Partner {
 
     [[nodiscard]] const SolverFiles& files() const { return files_; }
 
+    [[nodiscard]] SolverFiles& files() { return files_; }
+
     /// What the solver reads: the FMU and the parameters files of its command line.
     [[nodiscard]] std::vector<program_support::RunFile> inputs() const;
 

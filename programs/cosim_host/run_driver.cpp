@@ -146,9 +146,11 @@ bool RunDriver::acceptFailureCode(const char* operation) {
 
 bool RunDriver::failWithReason(const char* operation, const std::string& problem) {
     const std::string reason = takeMessages().reason();
-    const std::string log = platform::narrowPath(plan_.solverLog);
-    return fail(operation,
-                problem + reason + (log.empty() ? "" : "; " + program_support::reasonInLog(log)));
+    const std::string inLog =
+        plan_.files == nullptr
+            ? ""
+            : "; " + program_support::reasonInLog(platform::narrowPath(plan_.files->log));
+    return fail(operation, problem + reason + inLog);
 }
 
 /// What failed is reported at once, what was complained of in the end.

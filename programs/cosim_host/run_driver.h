@@ -3,6 +3,7 @@
 #include "host/solver.h"
 #include "programs/cosim_host/host_model.h"
 #include "programs/cosim_host/recorder.h"
+#include "programs/cosim_host/solver_files.h"
 #include "programs/support/early_end.h"
 #include "programs/support/kept_output.h"
 #include "programs/support/progress_bar.h"
@@ -21,10 +22,10 @@ namespace cosim_host {
 struct RunPlan {
     double stepSize = 0.001;
     double stopTime = 16.0;
-    bool keepGoing = false;          ///< Go on after a failure code.
-    std::filesystem::path solverLog; ///< Where the solver tells why it failed; empty for several.
-    std::filesystem::path keptIn;    ///< Holds what the solver prints; empty: it is not kept.
-    std::FILE* errors = stderr;      ///< Where failures are reported.
+    bool keepGoing = false;             ///< Go on after a failure code.
+    const SolverFiles* files = nullptr; ///< In whose log the solver tells why it failed, if in one.
+    std::filesystem::path keptIn;       ///< Holds what the solver prints; empty: it is not kept.
+    std::FILE* errors = stderr;         ///< Where failures are reported.
 };
 
 struct Operation;

@@ -74,14 +74,14 @@ void printFile(const char* what, const std::filesystem::path& file) {
 } // namespace
 
 void printSummary(const LaunchOptions& options, const RunReport& report, const Recorder& recorder,
-                  const std::vector<SolverFiles>& files) {
+                  const std::vector<SolverFiles*>& files) {
     printSteps(options.plan, report);
     if (report.outcome != RunOutcome::failed) {
         printExtremes(recorder);
     }
-    for (const SolverFiles& ofOne : files) {
-        printFile("Log", ofOne.log);
-        printFile("Results", ofOne.results);
+    for (const SolverFiles* ofOne : files) {
+        printFile("Log", ofOne->log);
+        printFile("Results", ofOne->results);
     }
     if (!options.outputFile.empty()) {
         printFile("Received", platform::nativePath(options.outputFile));

@@ -12,6 +12,6 @@ namespace cosim_host {
 /// Prints on standard output how a run went, what its signals did, and where its files are:
 /// `files` are the solvers'.
 void printSummary(const LaunchOptions& options, const RunReport& report, const Recorder& recorder,
-                  const std::vector<SolverFiles>& files);
+                  const std::vector<SolverFiles*>& files);
 
 } // namespace cosim_host

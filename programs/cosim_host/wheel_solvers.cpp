@@ -32,7 +32,7 @@ void WheelSolvers::requireNoFailure(const WheelSolver& wheel) {
 
 void WheelSolvers::fail(const WheelSolver& wheel, const std::string& problem) {
     throw std::runtime_error(wheel.wheel + ": " + problem + "; " +
-                             program_support::reasonInLog(platform::narrowPath(wheel.log)));
+                             program_support::reasonInLog(platform::narrowPath(wheel.files->log)));
 }
 
 void WheelSolvers::printBanner() {

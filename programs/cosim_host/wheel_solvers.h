@@ -2,10 +2,10 @@
 
 #include "host/solver.h"
 #include "programs/cosim_host/car.h"
+#include "programs/cosim_host/solver_files.h"
 #include "reference_host/simulation.h"
 
 #include <array>
-#include <filesystem>
 #include <string>
 
 namespace cosim_host {
@@ -15,7 +15,7 @@ struct WheelSolver {
     std::string wheel;
     Solver* solver = nullptr;
     reference_host::Simulation* simulation = nullptr; ///< The solver's own.
-    std::filesystem::path log;
+    const SolverFiles* files = nullptr;
 };
 
 /// The solvers of a car's four tyres as one: each operation is that of all four, wheel by wheel. They

@@ -1,14 +1,20 @@
 #include "programs/fmu_run/loaded_fmu.h"
 
+#include "platform/files.h"
 #include "platform/path_style.h"
 #include "platform/shared_library.h"
+#include "platform/stream_redirection.h"
 #include "programs/fmu_run/fmu_description.h"
 #include "programs/support/call_watch.h"
 #include "programs/support/input_error.h"
 #include "programs/support/joined.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
+#include <stdexcept>
+#include <system_error>
 
 namespace fmu_run {
 
@@ -25,6 +31,37 @@ std::string loadRemedy(const std::vector<std::string>& errors) {
     return std::any_of(errors.begin(), errors.end(), isOfFunction)
                ? "ask the FMU's maker for one that has all functions of FMI 2.0"
                : "see that every library it needs is beside it in the FMU or installed";
+}
+
+/// Whether the runtime says in the file that it could not open one called `what`.
+bool tellsOfRefused(const std::string& file, const std::string& what) {
+    std::ifstream stream(platform::nativePath(file));
+    std::string line;
+    while (std::getline(stream, line) &&
+           line.find("][FMITools][None][Error] Failed to open " + what) == std::string::npos) {
+    }
+    return static_cast<bool>(stream);
+}
+
+/// Lines that tell of work in progress: of the runtime's log before it has its file, of the runtime
+/// about what it loads, and of the FMI library.
+bool isProgress(const std::string& line) {
+    return line.find("][OK] ") != std::string::npos || line.starts_with("FMUPath: ") ||
+           line.starts_with("Working directory: ") || line.starts_with("module = ");
+}
+
+/// Shows what else the runtime said in the file while it opened the run's, and removes it.
+void showAndRemove(const std::string& file) {
+    const auto path = platform::nativePath(file);
+    std::ifstream stream(path);
+    for (std::string line; std::getline(stream, line);) {
+        if (!isProgress(line)) {
+            std::cerr << line << '\n';
+        }
+    }
+    stream.close();
+    std::error_code error;
+    std::filesystem::remove(path, error);
 }
 
 /// Why the runtime could not load an FMU whose archive and model description are in order.
@@ -47,7 +84,8 @@ std::string loadProblem(const FmuDescription& model, const std::vector<std::stri
 } // namespace
 
 LoadedFmu::LoadedFmu(const std::string& fmuPath, const RunDirectory& directory, bool showMessages)
-    : keptIn_(showMessages ? std::filesystem::path() : directory.temporary()) {
+    : keptIn_(showMessages ? std::filesystem::path() : directory.temporary()),
+      openingFile_(directory.temporaryFile("opening")) {
     load(fmuPath, directory);
     if (instance_ == nullptr) {
         const auto model = unpackFmu(fmuPath, directory.unpackDirectory());
@@ -77,6 +115,20 @@ void LoadedFmu::load(const std::string& fmuPath, const RunDirectory& directory) 
 
 program_support::KeptOutput LoadedFmu::keepOutput() const {
     return program_support::KeptOutput(keptIn_);
+}
+
+void LoadedFmu::openFiles(const std::string& logFile, const std::string& resultsFile) const {
+    {
+        const platform::StreamRedirection kept(stdout, openingFile_);
+        fmiToolsSetLogFile(instance_, logFile.c_str());
+        fmiToolsSetResultsFile(instance_, resultsFile.c_str());
+    }
+    const bool logIsTaken = tellsOfRefused(openingFile_, "log file");
+    if (logIsTaken || tellsOfRefused(logFile, "results file")) {
+        throw std::runtime_error("another run has just taken '" +
+                                 (logIsTaken ? logFile : resultsFile) + "'; start this one again");
+    }
+    showAndRemove(openingFile_);
 }
 
 program_support::KeptMessages LoadedFmu::takeMessages() const {

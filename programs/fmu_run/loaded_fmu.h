@@ -29,6 +29,11 @@ class LoadedFmu {
 
     [[nodiscard]] FmiToolsInstance* get() const { return instance_; }
 
+    /// Opens the run's files. The runtime goes on without one that it cannot open.
+    ///
+    /// @throws std::runtime_error when another run has taken one since it was seen to be free.
+    void openFiles(const std::string& logFile, const std::string& resultsFile) const;
+
     [[nodiscard]] program_support::KeptOutput keepOutput() const;
 
     /// What matters of that, since the last time; of an FMU that refused to be instantiated it comes
@@ -48,6 +53,7 @@ class LoadedFmu {
     void load(const std::string& fmuPath, const RunDirectory& directory);
 
     std::filesystem::path keptIn_; ///< Empty: everything is let through.
+    std::string openingFile_; ///< Where standard output goes while files are opened.
     FmiToolsInstance* instance_ = nullptr;
     double time_ = 0.0; ///< Where the FMU is, in seconds.
 };

@@ -1,10 +1,13 @@
 #include "programs/fmu_run/options.h"
 
 #include "platform/files.h"
+#include "platform/output_file.h"
 #include "programs/support/command_line.h"
 #include "programs/support/distinct_files.h"
 #include "programs/support/exit_status.h"
 #include "programs/support/input_error.h"
+
+#include <iostream>
 
 namespace fmu_run {
 
@@ -68,6 +71,28 @@ std::string stemOf(const std::string& path) {
     return platform::narrowPath(platform::nativePath(path).stem());
 }
 
+/// Fills in the names that were not given: after the model, and with a number where another run is
+/// writing to one of those files.
+void nameFiles(Options& options) {
+    const bool wantsResults = options.outputFile.empty();
+    const bool wantsLog = options.logFile.empty();
+    const auto isTaken = [](const std::string& file) {
+        return platform::isHeld(platform::nativePath(file));
+    };
+    std::string stem = stemOf(options.model);
+    for (unsigned number = 2;
+         (wantsResults && isTaken(stem + ".csv")) || (wantsLog && isTaken(stem + ".out"));
+         ++number) {
+        stem = stemOf(options.model) + '.' + std::to_string(number);
+    }
+    options.outputFile = wantsResults ? stem + ".csv" : options.outputFile;
+    options.logFile = wantsLog ? stem + ".out" : options.logFile;
+    if (stem != stemOf(options.model)) {
+        std::cerr << "fmu_run: another run is writing to the usual files; this one writes '"
+                  << options.outputFile << "' and '" << options.logFile << "'\n";
+    }
+}
+
 void requireDistinctFiles(const Options& options) {
     program_support::requireDistinctFiles(
         {{options.model, "the FMU", ""}, {options.inputFile, "the input file", ""}},
@@ -101,18 +126,13 @@ std::string startValueProblem(int argc, const char* const* argv) {
 }
 
 void completeOptions(Options& options) {
-    if (options.outputFile.empty()) {
-        options.outputFile = stemOf(options.model) + ".csv";
-    }
-    if (options.logFile.empty()) {
-        options.logFile = stemOf(options.model) + ".out";
-    }
     if (!options.info.empty() && options.info != "table" && options.info != "json") {
         throw InputError("--info=" + options.info + " is not known; give --info or --info=json");
     }
     program_support::requirePositive(options.timeout, "--timeout");
     program_support::checkPlotOptions(options.plot);
     if (options.info.empty() && !options.validate && !options.writeParameters) {
+        nameFiles(options);
         requireDistinctFiles(options);
     }
 }

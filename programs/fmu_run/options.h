@@ -38,7 +38,8 @@ std::string startValueProblem(int argc, const char* const* argv);
 /// Adds fmu_run's options to `app`, bound to `options`, which must outlive it.
 void addOptions(CLI::App& app, Options& options);
 
-/// Fills in the names of the results and log file that were not given.
+/// Fills in the names of the results and log file that were not given. Says on standard error where
+/// they are not the usual ones because another run is writing to those.
 ///
 /// @throws program_support::InputError where the options contradict each other.
 void completeOptions(Options& options);

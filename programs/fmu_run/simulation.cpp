@@ -54,12 +54,6 @@ void clearFiles(const Options& options) {
     }
 }
 
-void openFiles(FmiToolsInstance* fmu, const Options& options) {
-    fmiToolsSetLogFile(fmu, options.logFile.c_str());
-    fmiToolsEnableDebugLogs(fmu, options.debugLogging ? 1 : 0);
-    fmiToolsSetResultsFile(fmu, options.outputFile.c_str());
-}
-
 void initialize(LoadedFmu& fmu, const StartValues& startValues, const InputSignals& inputs,
                 double startTime) {
     for (const auto& [name, value] : startValues) {
@@ -180,7 +174,7 @@ int simulate(const Options& options) {
     program_support::requireReadableFile(options.model);
     const EarlyEnd earlyEnd(options.timeout);
     program_support::CallWatch watch("fmu_run: '" + options.model + "'", options.timeout);
-    const RunDirectory directory(options.workingDirectory);
+    const RunDirectory directory(options.workingDirectory, options.model);
     watch.setTemporaryDirectory(directory.temporary());
     const auto model = describeFmu(options.model);
     const auto grid = experimentGrid(options, model.defaultExperiment);
@@ -192,7 +186,8 @@ int simulate(const Options& options) {
         options.plot.file.empty() ? std::vector<std::string>() : columnsToPlot(options, model);
     clearFiles(options);
     std::optional<LoadedFmu> fmu(std::in_place, options.model, directory, options.debugLogging);
-    openFiles(fmu->get(), options);
+    fmiToolsEnableDebugLogs(fmu->get(), options.debugLogging ? 1 : 0);
+    fmu->openFiles(options.logFile, options.outputFile);
     watch.setLog(options.logFile);
     std::optional<double> endedAt;
     try {

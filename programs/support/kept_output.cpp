@@ -40,6 +40,7 @@ bool isComplaint(std::string_view line) {
     constexpr std::array<std::string_view, 4> levels = {"][Warning] ", "][Discard] ", "][Error] ",
                                                         "][Fatal] "};
     return line.starts_with("Ignoring ") || line.starts_with("Failed to write ") ||
+           line.starts_with("FMISolver: another run has ") ||
            (line.starts_with('[') && std::ranges::any_of(levels, [&](std::string_view level) {
                 return contains(line, level);
             }));

@@ -25,7 +25,8 @@ using namespace test_support;
 
 constexpr int componentCount = 1;
 
-/// Runs of the shock absorber in one directory, each by a host and a solver of its own.
+/// Runs of the shock absorber, each by a host and a solver of its own, in one directory until a run
+/// keeps its files.
 class PluginRuns {
   public:
     // The parameter has the value that the FMU gives it: an entry that cannot be kept is left out
@@ -38,8 +39,9 @@ class PluginRuns {
 
     /// True when no operation reported a failure.
     bool run() {
+        directories_ += hasNoResultsFile() ? 1 : 0;
         reference_host::Simulation host;
-        host.setWorkingDirectory(narrow(directory_.path()));
+        host.setWorkingDirectory(narrow(current()));
         host.setModelFilePath(narrow(directory_ / "case.xml"));
         host.setCommandLine("\"" + narrow(fmuPath("shock_absorber")) + "\" -parameterfile \"" +
                             parameters_ + "\"");
@@ -49,16 +51,14 @@ class PluginRuns {
         return finished && host.failureCode() == 0;
     }
 
-    [[nodiscard]] std::string results() const {
-        return readFile(directory_ / "shock_absorber.csv");
-    }
+    [[nodiscard]] std::string results() const { return readFile(current() / "shock_absorber.csv"); }
 
     [[nodiscard]] int failuresWhileParsing() const { return failuresWhileParsing_; }
 
     /// After this failure the runtime keeps what it has loaded.
     [[nodiscard]] bool hasNoResultsFile() const {
-        return readFile(directory_ / "shock_absorber.out")
-                   .find("Failed to setup results logging") != std::string::npos;
+        return readFile(current() / "shock_absorber.out").find("Failed to setup results logging") !=
+               std::string::npos;
     }
 
   private:
@@ -89,7 +89,12 @@ class PluginRuns {
         return true;
     }
 
+    [[nodiscard]] std::filesystem::path current() const {
+        return directory_ / std::to_string(directories_);
+    }
+
     TemporaryDirectory directory_;
+    int directories_ = 0;
     std::string parameters_ = narrow(directory_ / "parameters.xml");
     int failuresWhileParsing_ = 0;
 };

@@ -64,14 +64,15 @@ TEST_F(WholeCar, KeepsEveryRowOfEveryWheelAndBothSidesAlike) {
         ASSERT_EQ(valueAt(table, row, "body.roll[rad]"), 0.0);
     }
     for (const std::string& wheel : wheels) {
-        const CsvTable results = CsvTable::read(narrow(directory / wheel / "tyre.csv"));
+        const CsvTable results = CsvTable::read(narrow(directory / ("tyre_" + wheel + ".csv")));
         for (std::size_t row = 1; row <= 400; ++row) {
             ASSERT_EQ(valueAt(results, results.rowAt(table.time(row)), "force[3][N]"),
                       valueAt(table, row, wheel + ".force[3][N]"))
                 << wheel << " " << row;
         }
-        EXPECT_NE(test_support::readFile(directory / wheel / "tyre.out").find("Closing plugin"),
-                  std::string::npos);
+        EXPECT_NE(
+            test_support::readFile(directory / ("tyre_" + wheel + ".out")).find("Closing plugin"),
+            std::string::npos);
     }
 }
 
@@ -113,8 +114,9 @@ TEST_F(WholeCar, SaysWhichWheelFailed) {
               std::string::npos)
         << result.error;
     for (const std::string wheel : {"frontLeft", "frontRight"}) {
-        EXPECT_NE(test_support::readFile(directory / wheel / "tyre.out").find("Closing plugin"),
-                  std::string::npos)
+        EXPECT_NE(
+            test_support::readFile(directory / ("tyre_" + wheel + ".out")).find("Closing plugin"),
+            std::string::npos)
             << "terminated all the same";
     }
 }
