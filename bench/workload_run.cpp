@@ -1,5 +1,5 @@
-// workload_run FMU LOOP STEPS: runs a workload by itself, for profilers and for the figures of a
-// whole process. workload_run FMU load|unzip_and_parse: only loads it, or does what loading cannot
+// workload_run FMU LOOP STEPS [COUNT]: runs a workload by itself, or COUNT of them side by side, for
+// profilers and for the figures of a whole process. workload_run FMU load|unzip_and_parse: only loads it, or does what loading cannot
 // do without.
 #include "bench/step_loop.h"
 #include "bench/unzip.h"
@@ -14,8 +14,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <stdexcept>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -63,12 +66,20 @@ void unzipAndParse(const fs::path& fmu, const fs::path& directory) {
     printLoad(seconds);
 }
 
-void runLoop(const fs::path& fmu, const fs::path& directory, const char* loopName, long steps) {
+void runLoop(const fs::path& fmu, const fs::path& directory, const char* loopName, long steps,
+             long count) {
     const bench::Workload workload = bench::openWorkload(fmu, directory / "unpacked");
-    const auto loop = bench::makeStepLoop(loopName, workload, directory);
+    std::vector<std::unique_ptr<bench::StepLoop>> loops;
+    for (long number = 1; number <= count; ++number) {
+        const fs::path own = directory / std::to_string(number);
+        fs::create_directory(own);
+        loops.push_back(bench::makeStepLoop(loopName, workload, own));
+    }
     const auto begin = Clock::now();
     for (long step = 1; step <= steps; ++step) {
-        loop->step(static_cast<double>(step) * 1e-3);
+        for (const auto& loop : loops) {
+            loop->step(static_cast<double>(step) * 1e-3);
+        }
     }
     const double seconds = secondsSince(begin);
     std::fprintf(stderr, "steps  %.3f s, %.3f us each\n", seconds,
@@ -83,11 +94,12 @@ int run(int argc, char** argv) {
         load(platform::nativePath(argv[1]), directory.path());
     } else if (argc == 3 && task == "unzip_and_parse") {
         unzipAndParse(platform::nativePath(argv[1]), directory.path());
-    } else if (argc == 4) {
+    } else if (argc == 4 || argc == 5) {
         runLoop(platform::nativePath(argv[1]), directory.path(), argv[2],
-                std::strtol(argv[3], nullptr, 10));
+                std::strtol(argv[3], nullptr, 10),
+                argc == 5 ? std::strtol(argv[4], nullptr, 10) : 1);
     } else {
-        std::fprintf(stderr, "Usage: workload_run FMU runtime|plugin|limit|plain STEPS\n"
+        std::fprintf(stderr, "Usage: workload_run FMU runtime|plugin|limit|plain STEPS [COUNT]\n"
                              "       workload_run FMU load|unzip_and_parse\n");
         return 2;
     }

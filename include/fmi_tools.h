@@ -104,7 +104,8 @@ typedef struct FmiToolsInstance FmiToolsInstance; // NOLINT(modernize-use-using)
  *                         (see fmiToolsCleanup()).
  * @return a handle that fmiToolsCleanup() ends; null when an argument is null, the working
  *         directory cannot be used, the archive cannot be unpacked, the FMU is not FMI 2.0, offers
- *         no Co-Simulation, or its library does not load. A failed fmi2Instantiate still yields a
+ *         no Co-Simulation, its library does not load, or it allows only one instance in a process
+ *         (canBeInstantiatedOnlyOncePerProcess, section 4.3.1) and there is one. A failed fmi2Instantiate still yields a
  *         handle: the calls that need the FMU then answer their failure codes.
  */
 FMI_TOOLS_EXPORT FmiToolsInstance*
@@ -113,13 +114,17 @@ fmiToolsLoadFmu(const char* fmuPath, const char* workingDirectory, const char* s
 /**
  * Sends the log lines to a file from now on; before, they go to standard output.
  *
- * Every line is on its way to the file when the call that wrote it returns. A path that cannot be
- * opened is no error: the lines stay on standard output. A line that cannot be written, such as on
+ * Every line is on its way to the file when the call that wrote it returns. The file is this
+ * handle's until fmiToolsCleanup() or the end of the process: no other handle, of whatever process,
+ * writes to it, and everybody may read it. A path that cannot be opened is no error: the lines stay
+ * on standard output. Where that is because another handle has the file, which is left as it is, a
+ * line of level "Error" says so. A line that cannot be written, such as on
  * a full disk, is lost and no call fails for it; standard error says so once, with the reason. A
  * second call switches to the new file; the first one is closed by fmiToolsCleanup().
  *
  * @param instance the handle.
- * @param path     the file, created or truncated; null is a file that cannot be opened.
+ * @param path     the file, created, or truncated once it is this handle's; null is a file that
+ *                 cannot be opened.
  * @return 0; -1 for a null handle.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetLogFile(FmiToolsInstance* instance, const char* path);
@@ -146,12 +151,14 @@ FMI_TOOLS_EXPORT const char* fmiToolsGetGenerationTool(FmiToolsInstance* instanc
  * Opens the results file and writes its header.
  *
  * The columns are the time and, in the order of the model description, every Real variable that is
- * not local, as "name[unit]" with "-" for no unit. A row follows after each successful step. A path
- * that cannot be opened is no error: the run goes on without results. A second call switches to the
+ * not local, as "name[unit]" with "-" for no unit. A row follows after each successful step. The
+ * file is this handle's as that of fmiToolsSetLogFile() is. A path that cannot be opened is no
+ * error: the run goes on without results; where another handle has the file the log says so. A second call switches to the
  * new file, which gets a header of its own; the first one is closed by fmiToolsCleanup().
  *
  * @param instance the handle.
- * @param path     the file, created or truncated; null is a file that cannot be opened.
+ * @param path     the file, created, or truncated once it is this handle's; null is a file that
+ *                 cannot be opened.
  * @return 0; -1 for a null handle or when memory for the columns ran out, with the log line "Failed
  *         to setup results logging".
  */

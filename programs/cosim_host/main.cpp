@@ -87,7 +87,8 @@ void drawPlot(const LaunchOptions& options, const Recorder& recorder) {
         names.push_back(signal.name);
     }
     program_support::plot({options.outputFile, options.plot.file,
-                           program_support::columnsToPlot(options.plot, names)});
+                           program_support::columnsToPlot(options.plot, names),
+                           options.plot.title});
 }
 
 int exitStatus(RunOutcome outcome) {

@@ -125,7 +125,7 @@ void drawPlot(const Options& options, const std::vector<std::string>& columns) {
     if (columns.empty()) {
         throw InputError("the FMU has no Real outputs to plot; name variables by --plot-columns");
     }
-    program_support::plot({options.outputFile, options.plot.file, columns});
+    program_support::plot({options.outputFile, options.plot.file, columns, options.plot.title});
     if (!options.quiet) {
         std::cout << "Plot: " << options.plot.file << '\n';
     }

@@ -123,8 +123,8 @@ void plot(const PlotRequest& request) {
     const auto directory = makeTemporaryDirectory("plot_");
     const auto picture =
         directory / ("picture" + request.imageFile.substr(request.imageFile.size() - 4));
-    draw(plotScript(table, curves, platform::narrowPath(picture)), directory, picture,
-         request.imageFile);
+    draw(plotScript(table, curves, platform::narrowPath(picture), request.title), directory,
+         picture, request.imageFile);
 }
 
 } // namespace program_support

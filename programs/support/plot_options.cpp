@@ -34,14 +34,17 @@ void addPlotOptions(CLI::App& app, PlotOptions& options, const std::string& draw
                   "Draw " + drawn +
                       " over time into a picture, FILE.svg or FILE.png (needs gnuplot)");
     addTextOption(app, "--plot-columns", options.columns, "NAMES", columnsHelp);
+    addTextOption(app, "--plot-title", options.title, "TEXT", "A line above the picture");
 }
 
 void checkPlotOptions(const PlotOptions& options) {
     if (!options.file.empty()) {
         requireImageFile(options.file);
-    } else if (!options.columns.empty()) {
-        throw InputError("--plot-columns " + options.columns +
-                         " has no picture to go to; give --plot FILE.svg or FILE.png, too");
+    } else if (!options.columns.empty() || !options.title.empty()) {
+        const bool namesColumns = !options.columns.empty();
+        throw InputError(
+            (namesColumns ? "--plot-columns " + options.columns : "--plot-title " + options.title) +
+            " has no picture to go to; give --plot FILE.svg or FILE.png, too");
     }
 }
 

@@ -11,9 +11,10 @@ namespace program_support {
 struct PlotOptions {
     std::string file;    ///< Empty: no picture.
     std::string columns; ///< A list of names; empty: the program chooses.
+    std::string title;   ///< Above the picture.
 };
 
-/// Adds --plot and --plot-columns to `app`, bound to `options`, which must outlive it. --help says
+/// Adds --plot, --plot-columns and --plot-title to `app`, bound to `options`, which must outlive it. --help says
 /// of the first that it draws `drawn`, such as "results", and of the second `columnsHelp`.
 void addPlotOptions(CLI::App& app, PlotOptions& options, const std::string& drawn,
                     const std::string& columnsHelp);

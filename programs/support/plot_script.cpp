@@ -115,7 +115,8 @@ std::string terminalCommand(const std::string& imageFile, std::size_t panelCount
                : "set terminal svg noenhanced background 'white' font 'Sans,14'" + size;
 }
 
-/// The same time axis below every panel, room for the longest name beside them.
+/// The same time axis below every panel, room for the longest name beside them. The last command is
+/// open for a title.
 std::string layoutCommands(const CsvTable& table, const std::vector<Curve>& curves,
                            std::size_t panelCount) {
     std::size_t longest = 0;
@@ -133,13 +134,13 @@ std::string layoutCommands(const CsvTable& table, const std::vector<Curve>& curv
     }
     // Room above and below, so that no curve lies on the frame.
     text += "set offsets graph 0, graph 0, graph 0.05, graph 0.05\n";
-    return text + "set multiplot layout " + std::to_string(panelCount) + ",1\n";
+    return text + "set multiplot layout " + std::to_string(panelCount) + ",1";
 }
 
 } // namespace
 
 std::string plotScript(const CsvTable& table, const std::vector<Curve>& curves,
-                       const std::string& imageFile) {
+                       const std::string& imageFile, const std::string& title) {
     const auto panels = panelsOf(curves);
     std::string script = "set encoding utf8\n" + terminalCommand(imageFile, panels.size()) +
                          "\nset output " + quoted(imageFile) + "\n";
@@ -147,6 +148,7 @@ std::string plotScript(const CsvTable& table, const std::vector<Curve>& curves,
         script += dataBlock(table, curve);
     }
     script += layoutCommands(table, curves, panels.size());
+    script += title.empty() ? "\n" : " title " + quoted(title) + "\n";
     for (const auto& panel : panels) {
         script += panelCommands(panel, &panel == &panels.back());
     }

@@ -14,10 +14,10 @@ struct Curve {
     std::string unit; ///< "-" for none.
 };
 
-/// The commands for gnuplot that draw `curves` of `table` into `imageFile`, data included. Names
-/// are data in it, whatever characters they are made of; `imageFile` is an absolute path without
+/// The commands for gnuplot that draw `curves` of `table` into `imageFile`, data included, below
+/// `title` unless that is empty. Names and title are data in it, whatever characters they are made of; `imageFile` is an absolute path without
 /// line breaks, because gnuplot takes one that begins with "|" for a command.
 std::string plotScript(const CsvTable& table, const std::vector<Curve>& curves,
-                       const std::string& imageFile);
+                       const std::string& imageFile, const std::string& title = {});
 
 } // namespace program_support

@@ -65,6 +65,20 @@ TEST(Load, RefusesModelExchangeAloneBeforeTheLibraryIsBound) {
     EXPECT_EQ(readFile(directory / "calls.txt"), "");
 }
 
+TEST(Load, AllowsASecondInstanceOnlyWhereTheFmuDoes) {
+    const TemporaryDirectory directory;
+    const RepackedFmu single("canHandleVariable", "canHandleVariable",
+                             "canBeInstantiatedOnlyOncePerProcess=\"true\" ");
+    LoadedFmu first(single.path());
+    const auto refused = errorsOfLoading(single.path() + ".fmu", narrow(directory / "unpacked"));
+    EXPECT_THAT(refused, HasSubstr("allows only one instance in a process "
+                                   "(canBeInstantiatedOnlyOncePerProcess), and there is one: end "
+                                   "that first, or run each in a process of its own\n"));
+    const LoadedFmu different("scripted");
+    first.cleanUp();
+    const LoadedFmu second(single.path());
+}
+
 TEST(Load, TakesTheGridOfSimulateFromTheDefaultExperiment) {
     const RepackedFmu archive(
         "<DefaultExperiment", "<ModelVariables>",

@@ -418,6 +418,32 @@ TEST(Files, ThatAreReplacedStayOpenUntilTheEnd) {
     EXPECT_THAT(before, testing::Each(testing::Not(testing::Truly(isHeld))));
 }
 
+TEST(Files, ThatAnotherHandleHoldsAreLeftAloneAndTheReasonIsLogged) {
+    LoadedFmu owner("scripted");
+    LoadedFmu other("scripted");
+    ASSERT_EQ(fmiToolsInitialize(owner), 0);
+    const auto rows = owner.rows();
+    EXPECT_EQ(fmiToolsSetResultsFile(other, narrow(owner.resultsFile()).c_str()), 0);
+    EXPECT_EQ(other.lastLines(1),
+              std::vector{"[Error] Failed to open results file " + narrow(owner.resultsFile()) +
+                          ": another run is writing to it"});
+    testing::internal::CaptureStdout();
+    EXPECT_EQ(fmiToolsSetLogFile(other, narrow(owner.logFile()).c_str()), 0);
+    fmiToolsSetRealVariableValue(other, "u", 1.0);
+    EXPECT_THAT(withoutTimes(testing::internal::GetCapturedStdout()),
+                ElementsAre("[FMITools][None][Error] Failed to open log file " +
+                                narrow(owner.logFile()) + ": another run is writing to it",
+                            "[FMITools][None][OK] Set input u=1.0000000000000000e+00"));
+    EXPECT_EQ(owner.rows(), rows) << "neither emptied nor kept from readers";
+    EXPECT_EQ(owner.log().back(), "[FMITools][None][OK] Initialised FMU");
+
+    EXPECT_EQ(fmiToolsSetResultsFile(owner, narrow(owner.resultsFile()).c_str()), 0);
+    EXPECT_EQ(owner.rows(), rows) << "its own it begins anew";
+    owner.cleanUp();
+    EXPECT_EQ(fmiToolsSetLogFile(other, narrow(owner.logFile()).c_str()), 0);
+    EXPECT_THAT(owner.log(), IsEmpty()) << "free again";
+}
+
 TEST(CleanUp, EndsTheLogAndGoesOnOnStandardOutput) {
     for (const bool debug : {false, true}) {
         LoadedFmu fmu("scripted");

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -117,6 +118,36 @@ struct FileCase {
     FmuParameterMap parameters;
     std::string output;
 };
+
+TEST(CommandLine, TakesAnInstanceNameThatCanBePartOfFileNames) {
+    for (const std::string name :
+         {"front", "front left.2", "NULL", "COM", ".hidden", "fmitoolsx"}) {
+        FmiSolverOptions options;
+        EXPECT_EQ(parse(options, {"x.fmu", "-instance", "replaced", "-instance", name}), 0);
+        EXPECT_EQ(options.instance(), name);
+    }
+    for (const Tokens& missing : {Tokens{"-instance"}, Tokens{"-instance", "-nolocal"}}) {
+        FmiSolverOptions options;
+        EXPECT_EQ(parse(options, missing), 0);
+        EXPECT_EQ(options.instance(), "");
+    }
+    for (const std::string name :
+         {"", ".", "..", "a/b", "a\\b", "/a", "C:", "a:b", "a*", "a\nb", "a\x7f", "a.", "a ", "nul",
+          "Com1.x", "LPT\xc2\xb2", "FMITools", "fmitools"}) {
+        FmiSolverOptions options;
+        try {
+            parse(options, {"x.fmu", "-instance", name});
+            FAIL() << name;
+        } catch (const std::runtime_error& error) {
+            EXPECT_TRUE(std::string(error.what())
+                            .starts_with("FMISolver - \"-instance " + name +
+                                         "\" cannot be part of the names of "
+                                         "files: "))
+                << error.what();
+        }
+        EXPECT_EQ(options.instance(), "");
+    }
+}
 
 TEST(ParametersFile, IsReadOrAnsweredWithItsFault) {
     const test_support::TemporaryDirectory directory;
@@ -255,6 +286,13 @@ TEST(RunPaths, FollowTheStyleOfThePlatform) {
     EXPECT_EQ(scriptDirectoryFor(platform::windowsPaths, ""), "/FMITools/");
     EXPECT_EQ(scriptDirectoryFor(platform::posixPaths, "/runs/case.xml"), "/runs/FMITools/");
     EXPECT_EQ(scriptDirectoryFor(platform::posixPaths, "case.xml"), "case.xml/FMITools/");
+    EXPECT_EQ(run_config::runFileStem(platform::posixPaths, "/out", "m/tyre.fmu", "left"),
+              "/out/tyre_left");
+    const auto folders =
+        run_config::unpackDirectories(platform::posixPaths, "/work", "/out/tyre_left", "left");
+    EXPECT_EQ(folders.first + " " + folders.others, "/work/left /work/left");
+    const auto plain = run_config::unpackDirectories(platform::posixPaths, "/work", "/o/tyre", "");
+    EXPECT_EQ(plain.first + " " + plain.others, "/work /work/tyre");
 }
 
 } // namespace

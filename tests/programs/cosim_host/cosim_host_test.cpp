@@ -1,3 +1,4 @@
+#include "platform/output_file.h"
 #include "programs/cosim_host/cosim_host_run.h"
 #include "programs/support/csv_table.h"
 #include "support/files.h"
@@ -44,6 +45,20 @@ class CosimHost : public CosimHostRun {
 const std::string callsUpToFirstStep =
     "printBanner\nparseCommandLine 0\nsetUp 0\napplyInitialInputs 0\nstart 0\n"
     "writeInitialOutputs 0\napplyInputs 0\nsolveTo 0.2\nwriteOutputs 0.2\n";
+
+TEST_F(CosimHost, FollowsTheSolverToOtherFilesThanThoseOfARunInProgress) {
+    platform::OutputFile log(narrow(directory / "tyre.out").c_str());
+    const platform::OutputFile results(narrow(directory / "tyre.csv").c_str());
+    ASSERT_TRUE(log.write("theirs [Error] "));
+    const auto result = runTyre("-outputsarearrays -parameter none 1", {"--stop-time", "0.01"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_NE(result.output.find("tyre.2.out\nResults  "), std::string::npos) << result.output;
+    EXPECT_NE(result.output.find("tyre.2.csv\n"), std::string::npos) << result.output;
+    EXPECT_NE(result.error.find("in the log '"), std::string::npos) << "the parameter's warning";
+    EXPECT_NE(result.error.find("tyre.2.out'\n"), std::string::npos) << result.error;
+    EXPECT_EQ(table("tyre.2.csv").rowCount(), 10U);
+    EXPECT_EQ(test_support::readFile(directory / "tyre.out"), "theirs [Error] ");
+}
 
 TEST_F(CosimHost, DrivesEveryOperationInOrderUpToTheStopTime) {
     const ProgramResult result = runScripted("");

@@ -1,3 +1,5 @@
+#include "platform/claim.h"
+#include "platform/output_file.h"
 #include "support/archive_writer.h"
 #include "support/run_program.h"
 
@@ -426,6 +428,31 @@ TEST_F(FmuRun, FilesOfAnEarlierRunAreGoneBeforeTheFmuIsLoaded) {
     for (const auto* name : {"scripted.csv", "scripted.out", "old.svg"}) {
         EXPECT_NE(readFile(directory / name), "an earlier run's") << name;
     }
+}
+
+TEST_F(FmuRun, WritesBesideTheFilesOfARunInProgress) {
+    const platform::OutputFile log(narrow(directory / "scripted.out").c_str());
+    platform::OutputFile second(narrow(directory / "scripted.2.csv").c_str());
+    ASSERT_TRUE(second.write("theirs"));
+    const auto unpacked = platform::claimFreeDirectory(narrow(directory / "fmu"), "");
+    const auto result = runScripted({"--stop-time", "0.1", "--working-directory", "fmu"});
+    EXPECT_EQ(result.exitStatus, 0) << result.error;
+    EXPECT_NE(result.error.find("this one writes 'scripted.3.csv' and 'scripted.3.out'\n"),
+              std::string::npos)
+        << result.error;
+    EXPECT_NE(result.error.find("this one unpacks into '"), std::string::npos);
+    EXPECT_TRUE(std::filesystem::exists(directory / "fmu" / "scripted.2" / "modelDescription.xml"));
+    EXPECT_FALSE(lines(readFile(directory / "scripted.3.csv")).empty());
+    EXPECT_EQ(readFile(directory / "scripted.2.csv"), "theirs");
+    EXPECT_EQ(readFile(directory / "scripted.out"), "");
+
+    const auto named = runScripted({"--output-file", "scripted.2.csv"});
+    EXPECT_EQ(named.exitStatus, 2);
+    EXPECT_NE(named.error.find("cannot write the results file 'scripted.2.csv': another run is "
+                               "writing to it; choose another by --output-file"),
+              std::string::npos)
+        << named.error;
+    EXPECT_EQ(readFile(directory / "scripted.2.csv"), "theirs");
 }
 
 TEST_F(FmuRun, OutputThatGoesNowhereIsAnErrorAndNoHang) {
