@@ -1,9 +1,11 @@
 /// Command lines of the solver: any tokens are taken, and each switch acts wherever it stands.
 #include "fuzz/fuzz_support.h"
+#include "platform/file_names.h"
 #include "platform/temporary_directory.h"
 #include "run_config/fmi_solver_options.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <vector>
 
 namespace {
@@ -44,6 +46,8 @@ void check(const run_config::FmiSolverOptions& options, const Tokens& tokens) {
                   "-outputsarearrays acts");
     fuzz::require(options.fmuType().empty() || has(tokens, options.fmuType()),
                   "the kind is one of the tokens");
+    fuzz::require(options.instance().empty() || !platform::plainNameFault(options.instance()),
+                  "an instance can be part of the names of files");
     for (const auto& [name, value] : options.parameters()) {
         fuzz::require(!name.starts_with('-'), "no name looks like an option");
         fuzz::require(name == "fromFile" || (has(tokens, name) && has(tokens, value)),
@@ -70,8 +74,13 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     }
     arguments.shrink_to_fit();
     run_config::FmiSolverOptions options;
-    fuzz::require(options.parseArguments(static_cast<int>(arguments.size()), arguments.data()) == 0,
-                  "every command line is taken");
-    check(options, tokens);
+    try {
+        fuzz::require(
+            options.parseArguments(static_cast<int>(arguments.size()), arguments.data()) == 0,
+            "every command line is taken");
+        check(options, tokens);
+    } catch (const std::runtime_error&) {
+        fuzz::require(has(tokens, "-instance"), "but for an instance that has no name of a file");
+    }
     return 0;
 }
