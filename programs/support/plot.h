@@ -10,7 +10,7 @@ struct PlotRequest {
     std::string resultsFile; ///< Its columns are called "name[unit]", its first is the time.
     std::string imageFile;   ///< Ends in .svg or .png.
     std::vector<std::string> columns; ///< Names, without units.
-    std::string title;                ///< Above the picture; empty: none.
+    std::string title{};              ///< Above the picture; empty: none.
 };
 
 /// @throws InputError unless the file name says SVG or PNG.

@@ -11,7 +11,7 @@ namespace program_support {
 struct PlotOptions {
     std::string file;    ///< Empty: no picture.
     std::string columns; ///< A list of names; empty: the program chooses.
-    std::string title;   ///< Above the picture.
+    std::string title{}; ///< Above the picture.
 };
 
 /// Adds --plot, --plot-columns and --plot-title to `app`, bound to `options`, which must outlive it. --help says

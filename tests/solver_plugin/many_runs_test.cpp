@@ -48,7 +48,8 @@ std::vector<Wheel> differentWheels(const fs::path& directory) {
     std::vector<Wheel> wheels;
     for (const std::string name : {"tyre", "shock_absorber", "scripted"}) {
         const fs::path content = directory / (name + " unpacked");
-        SolverRun unpacking(content, fmuPath(name));
+        const std::string kind = name == "tyre" ? "-fmutype FTIRE" : "";
+        SolverRun unpacking(content, fmuPath(name), kind);
         unpacking.begin();
         unpacking.end();
         const fs::path folder = fs::path("binaries") / platform::SharedLibrary::fmiPlatform();
@@ -60,7 +61,7 @@ std::vector<Wheel> differentWheels(const fs::path& directory) {
         writeArchive(fmu, {{"modelDescription.xml", description},
                            {(folder / ("wheel" + suffix)).generic_string(),
                             readFile(content / folder / (name + suffix))}});
-        wheels.push_back({fmu, name == "tyre" ? "-fmutype FTIRE" : ""});
+        wheels.push_back({fmu, kind});
     }
     wheels.push_back(wheels.back());
     wheels.back().options = "-parameter gain 7";

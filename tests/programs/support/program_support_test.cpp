@@ -232,13 +232,13 @@ TEST_F(CsvTableTest, PlotTakesNoTextForACommand) {
     read(header + "\n0,1,2,3,4,5\n1,2,3,4,5,6\n");
     const auto image = directory / "it's `touch made`.svg";
     try {
-        plot({path(), test_support::narrow(image), names});
+        plot({path(), test_support::narrow(image), names, "\"; system 'touch made' # title"});
     } catch (const InputError& error) {
         GTEST_SKIP() << error.what();
     }
     const auto picture = test_support::readFile(image);
-    for (const auto* text : {">`touch made`<", "system 'touch made' #", "{/Symbol a}_b^c",
-                             "\\x\\x9B\\x1B[2Jy", "[`touch made`']"}) {
+    for (const auto* text : {">`touch made`<", "system 'touch made' #", "touch made' # title",
+                             "{/Symbol a}_b^c", "\\x\\x9B\\x1B[2Jy", "[`touch made`']"}) {
         EXPECT_NE(picture.find(text), std::string::npos) << text;
     }
     for (const auto& made : {directory / "made", std::filesystem::path("made")}) {
