@@ -426,13 +426,13 @@ TEST(Files, ThatAnotherHandleHoldsAreLeftAloneAndTheReasonIsLogged) {
     EXPECT_EQ(fmiToolsSetResultsFile(other, narrow(owner.resultsFile()).c_str()), 0);
     EXPECT_EQ(other.lastLines(1),
               std::vector{"[Error] Failed to open results file " + narrow(owner.resultsFile()) +
-                          ": another run is writing to it"});
+                          ": another run or program is using it"});
     testing::internal::CaptureStdout();
     EXPECT_EQ(fmiToolsSetLogFile(other, narrow(owner.logFile()).c_str()), 0);
     fmiToolsSetRealVariableValue(other, "u", 1.0);
     EXPECT_THAT(withoutTimes(testing::internal::GetCapturedStdout()),
                 ElementsAre("[FMITools][None][Error] Failed to open log file " +
-                                narrow(owner.logFile()) + ": another run is writing to it",
+                                narrow(owner.logFile()) + ": another run or program is using it",
                             "[FMITools][None][OK] Set input u=1.0000000000000000e+00"));
     EXPECT_EQ(owner.rows(), rows) << "neither emptied nor kept from readers";
     EXPECT_EQ(owner.log().back(), "[FMITools][None][OK] Initialised FMU");

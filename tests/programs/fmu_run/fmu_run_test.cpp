@@ -448,8 +448,9 @@ TEST_F(FmuRun, WritesBesideTheFilesOfARunInProgress) {
 
     const auto named = runScripted({"--output-file", "scripted.2.csv"});
     EXPECT_EQ(named.exitStatus, 2);
-    EXPECT_NE(named.error.find("cannot write the results file 'scripted.2.csv': another run is "
-                               "writing to it; choose another by --output-file"),
+    EXPECT_NE(named.error.find("cannot write the results file 'scripted.2.csv': another run or "
+                               "program is using it; end that one first, or choose another by "
+                               "--output-file"),
               std::string::npos)
         << named.error;
     EXPECT_EQ(readFile(directory / "scripted.2.csv"), "theirs");
