@@ -90,6 +90,9 @@ void fmi2_import_free(fmi2_import_t* fmu) {
     if (fmu != nullptr) {
         fmu->log.verbose(module::library, {"Releasing allocated library resources"});
         fmi2_import_destroy_dllfmu(fmu);
+        if (fmu->binary.isCodeLeft()) {
+            static_cast<void>(fmu->callbacks.release());
+        }
         delete fmu;
     }
 }

@@ -5,6 +5,7 @@
 #include "fmi_import/model_description/model_description.h"
 #include "fmi_import/slave/binary.h"
 
+#include <memory>
 #include <string>
 
 /// An unpacked FMU with its model description, and its binary and instance once there are such.
@@ -15,6 +16,8 @@ struct fmi2_import_t {
     std::string resourceUri;
     fmi_import::ModelDescription description;
     fmi_import::Binary binary;
-    fmi2_callback_functions_t callbacks{}; ///< The FMU keeps a pointer to it.
-    fmi2_component_t component = nullptr;  ///< The instance; null whenever no binary is loaded.
+    /// The FMU keeps a pointer to it, and may use it as long as its code is in the process.
+    std::unique_ptr<fmi2_callback_functions_t> callbacks =
+        std::make_unique<fmi2_callback_functions_t>();
+    fmi2_component_t component = nullptr; ///< The instance; null whenever no binary is loaded.
 };

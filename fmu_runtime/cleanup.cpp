@@ -2,6 +2,7 @@
 #include "platform/command.h"
 
 #include <memory>
+#include <utility>
 
 using namespace fmu_runtime;
 
@@ -30,7 +31,7 @@ void runCleanupScript(FmiToolsInstance* instance) {
 void cleanUp(std::unique_ptr<FmiToolsInstance> instance) {
     logRuntime(instance.get(), levels::ok, "Closing plugin");
     instance->slave.release();
-    instance->log.output.close();
+    endLog(std::move(instance->log), instance->slave.isCodeLeft());
     instance->results.output.close();
     logRuntime(instance.get(), levels::ok, "Closing library");
     runCleanupScript(instance.get());

@@ -7,6 +7,7 @@
 #include "platform/claim.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 /// The record behind the handle: one FMU, its two files and what the exports store.
@@ -16,13 +17,14 @@ struct FmiToolsInstance {
     std::string scriptDirectory;  ///< As the caller gave it, with its closing separator.
     platform::Claim unpackClaim;  ///< Of the directory, where the caller has claimed it.
     platform::Claim onlyInstance; ///< Of an FMU that may have only one in a process.
+    /// Until the clean-up has closed it; before the slave, which may write to it until it is gone.
+    std::unique_ptr<fmu_runtime::LogFile> log = std::make_unique<fmu_runtime::LogFile>();
     fmu_runtime::Slave slave;
     double currentTime = 0.0; ///< The FMU's communication point, seconds.
     double logInterval = 0.0; ///< Step of fmiToolsSimulate, seconds.
     double startTime = 0.0;   ///< First target of fmiToolsSimulate, seconds.
     double endTime = 0.0;     ///< No target of fmiToolsSimulate lies beyond, seconds.
     bool debugLogsEnabled = false;
-    fmu_runtime::LogFile log;
     fmu_runtime::ResultsFile results;
     void* userData = nullptr; ///< The caller's.
 };

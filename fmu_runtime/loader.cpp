@@ -52,13 +52,13 @@ std::optional<std::string> makeWorkingDirectory(std::string_view workingDirector
     return directory;
 }
 
-fmi2_callback_functions_t fmuCallbacks(FmiToolsInstance* instance) {
+fmi2_callback_functions_t fmuCallbacks(LogFile* log) {
     fmi2_callback_functions_t callbacks{};
     callbacks.logger = fmuLogger;
     callbacks.allocateMemory = std::calloc;
     callbacks.freeMemory = std::free;
     callbacks.stepFinished = stepFinishedCallback;
-    callbacks.componentEnvironment = instance;
+    callbacks.componentEnvironment = log;
     return callbacks;
 }
 
@@ -103,7 +103,7 @@ std::unique_ptr<FmiToolsInstance> loadFmuImport(const char* fmuPath, const char*
     if (!isInstanceAllowed(*instance)) {
         return nullptr;
     }
-    const auto status = instance->slave.loadBinary(fmuCallbacks(instance.get()));
+    const auto status = instance->slave.loadBinary(fmuCallbacks(instance->log.get()));
     if (status == jm_status_error) {
         std::fprintf(stderr, "Could not create the DLL loading mechanism(C-API). Error: %d\n",
                      static_cast<int>(status));

@@ -4,9 +4,11 @@
 #include "fmu_runtime/instance.h"
 #include "platform/clock.h"
 
+#include <chrono>
 #include <cstdarg>
 #include <cstdio>
 #include <thread>
+#include <utility>
 
 namespace fmu_runtime {
 
@@ -15,10 +17,7 @@ namespace {
 constexpr std::string_view runtimeModule = "FMITools";
 constexpr std::string_view noCategory = "None";
 
-/// Longer than any line of an FMU that keeps its names and categories within reason.
-constexpr std::size_t usualLineSize = 1024;
-
-/// Of an FMU's instance name and category no more is written.
+/// Of a module, a category and a level no more is written.
 constexpr std::size_t longestName = 1024;
 
 std::string_view orNull(const char* text) {
@@ -39,38 +38,76 @@ struct LineFields {
     std::string_view message;
 };
 
-char* writeField(char* target, std::string_view field) {
-    *target++ = '[';
-    target += field.copy(target, field.size());
-    *target++ = ']';
-    return target;
-}
-
-/// Writes in place: a step has dozens of lines, and appending to a string piece by piece would cost
-/// several times as much.
-void compose(std::string& line, const LineFields& fields) {
-    constexpr std::string_view frame = "[][][][] \n";
-    line.resize(fields.time.size() + fields.module.size() + fields.category.size() +
-                fields.level.size() + fields.message.size() + frame.size());
-    char* end = line.data();
-    for (const auto field : {fields.time, fields.module, fields.category, fields.level}) {
-        end = writeField(end, field);
+/// A line of the log, composed in place: a step has dozens, and appending to a string piece by piece
+/// would cost several times as much.
+class Line {
+  public:
+    explicit Line(const LineFields& fields) noexcept {
+        for (const auto field : {fields.time, fields.module, fields.category, fields.level}) {
+            *end_++ = '[';
+            end_ += field.copy(end_, longestName);
+            *end_++ = ']';
+        }
+        *end_++ = ' ';
+        end_ += fields.message.copy(end_, LogMessage::capacity);
+        *end_++ = '\n';
     }
-    *end++ = ' ';
-    end += fields.message.copy(end, fields.message.size());
-    *end = '\n';
+
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+
+    [[nodiscard]] std::string_view text() const { return {text_.data(), end_}; }
+
+  private:
+    static constexpr std::size_t frameSize = 10; // "[][][][] " and the line end.
+
+    std::array<char, 4 * longestName + LogMessage::capacity + frameSize> text_; // Read up to end_.
+    char* end_ = text_.data();
+};
+
+/// For who has the log to himself.
+void writeHeld(LogFile& log, LineFields fields) {
+    fields.time = log.time.now();
+    const Line line(fields);
+    if (!log.output.isOpen()) {
+        writeTo(stdout, line.text());
+    } else if (!log.output.write(line.text()) && log.output.isNewFailure()) {
+        const LogMessage failure = log.output.failure();
+        writeTo(stderr,
+                Line({log.time.now(), runtimeModule, noCategory, levels::error, failure.text()})
+                    .text());
+    }
 }
 
-void writeLine(LogFile& log, std::string_view module, std::string_view level,
-               std::string_view category, std::string_view message) {
+/// For who waited in vain, or has no log: of a log nothing is changed that others may be at.
+void writeUnheld(LogFile* log, LineFields fields) {
+    TimeText time;
+    fields.time = time.now();
+    const Line line(fields);
+    if (log != nullptr && log->output.isOpen()) {
+        static_cast<void>(log->output.write(line.text()));
+    } else {
+        writeTo(stdout, line.text());
+    }
+}
+
+/// A line of the host's thread is written even where the log cannot be had.
+void writeLine(LogFile& log, const LineFields& fields) {
     const ExclusiveLog exclusive(log);
-    compose(log.line, {log.time.now(), module, category, level, message});
-    if (!log.output.isOpen()) {
-        writeTo(stdout, log.line);
-    } else if (!log.output.write(log.line) && log.output.isNewFailure()) {
-        compose(log.line, {log.time.now(), runtimeModule, noCategory, levels::error,
-                           log.output.failure().text()});
-        writeTo(stderr, log.line);
+    if (exclusive.isHeld()) {
+        writeHeld(log, fields);
+    } else {
+        writeUnheld(&log, fields);
+    }
+}
+
+void writeFmuLine(LogFile& log, const LineFields& fields) {
+    if (log.hasEnded.load(std::memory_order_relaxed)) {
+        return;
+    }
+    const ExclusiveLog exclusive(log);
+    if (exclusive.isHeld() && !log.hasEnded.load(std::memory_order_relaxed)) {
+        writeHeld(log, fields);
     }
 }
 
@@ -85,14 +122,41 @@ void writeLine(FmiToolsInstance* instance, std::string_view module, std::string_
         return;
     }
     guarded(0, [&] {
-        if (instance != nullptr) {
-            writeLine(instance->log, module, level, category, message);
+        const LineFields fields{{}, module, category, level, message};
+        if (instance != nullptr && instance->log != nullptr) {
+            writeLine(*instance->log, fields);
         } else {
-            LogFile standardOutput;
-            writeLine(standardOutput, module, level, category, message);
+            writeUnheld(nullptr, fields);
         }
         return 0;
     });
+}
+
+/// True when the log was free and is the caller's now.
+bool take(LogFile& log) noexcept {
+    auto expected = LogFile::Use::free;
+    return log.use.compare_exchange_strong(expected, LogFile::Use::busy, std::memory_order_acquire);
+}
+
+bool takeAfterWaiting(LogFile& log) noexcept {
+    constexpr int quickAttempts = 1000;
+    constexpr int attempts = quickAttempts + 1000;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (log.use.load(std::memory_order_relaxed) == LogFile::Use::overdue) {
+            return false;
+        }
+        if (attempt < quickAttempts) {
+            std::this_thread::yield();
+        } else {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        if (take(log)) {
+            return true;
+        }
+    }
+    auto expected = LogFile::Use::busy;
+    log.use.compare_exchange_strong(expected, LogFile::Use::overdue, std::memory_order_relaxed);
+    return false;
 }
 
 const char* statusName(fmi2_status_t status) {
@@ -112,9 +176,29 @@ std::string_view TimeText::now() noexcept {
     return size_ > 0 ? std::string_view(text_.data(), size_) : "Unknown time";
 }
 
-ExclusiveLog::ExclusiveLog(LogFile& log) noexcept : log_(log) {
-    while (log_.isBusy.test_and_set(std::memory_order_acquire)) {
-        std::this_thread::yield();
+ExclusiveLog::ExclusiveLog(LogFile& log) noexcept
+    : log_(log),
+      isHeld_(take(log) || takeAfterWaiting(log)) {}
+
+ExclusiveLog::~ExclusiveLog() {
+    if (isHeld_) {
+        log_.use.store(LogFile::Use::free, std::memory_order_release);
+    }
+}
+
+void endLog(std::unique_ptr<LogFile> log, bool fmuMayCall) {
+    log->hasEnded.store(true, std::memory_order_relaxed);
+    bool isUsed = fmuMayCall;
+    {
+        const ExclusiveLog exclusive(*log);
+        if (exclusive.isHeld()) {
+            log->output.close();
+        } else {
+            isUsed = true;
+        }
+    }
+    if (isUsed) {
+        static_cast<void>(log.release());
     }
 }
 
@@ -140,9 +224,12 @@ void fmuLogger(fmi2_component_environment_t componentEnvironment, fmi2_string_t 
     const ForeignText<longestName> module(instanceName);
     const ForeignText<longestName> ownCategory(category);
     // The formatted text is itself taken for a format, so a doubled percent sign comes out single.
-    writeLine(static_cast<FmiToolsInstance*>(componentEnvironment), module.text(),
-              statusName(status), ownCategory.text(),
-              withoutDoubledPercents(formatted.text()).text());
+    const LogMessage text = withoutDoubledPercents(formatted.text());
+    guarded(0, [&] {
+        writeFmuLine(*static_cast<LogFile*>(componentEnvironment),
+                     {{}, module.text(), ownCategory.text(), statusName(status), text.text()});
+        return 0;
+    });
 }
 
 void libraryLogger(jm_callbacks* /*callbacks*/, jm_string module, jm_log_level_enu_t logLevel,
@@ -158,9 +245,8 @@ void stepFinishedCallback(fmi2_component_environment_t /*componentEnvironment*/,
 }
 
 std::int32_t openLogFile(FmiToolsInstance& instance, const char* path) {
-    const ExclusiveLog exclusive(instance.log);
-    instance.log.line.reserve(usualLineSize);
-    return instance.log.output.open(path) ? success : fileTaken;
+    const ExclusiveLog exclusive(*instance.log);
+    return instance.log->output.open(path) ? success : fileTaken;
 }
 
 } // namespace fmu_runtime
@@ -183,7 +269,7 @@ std::int32_t fmiToolsSetLogFile(FmiToolsInstance* instance, const char* path) {
     }
     return guarded<std::int32_t>(success, [&] {
         if (openLogFile(*instance, path) == fileTaken) {
-            logRuntime(instance, levels::error, instance->log.output.refusal());
+            logRuntime(instance, levels::error, instance->log->output.refusal());
         }
         return success;
     });

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <ctime>
 #include <fmilib.h>
-#include <string>
+#include <memory>
 #include <string_view>
 
 namespace fmu_runtime {
@@ -29,30 +29,42 @@ class TimeText {
     std::array<char, capacity> text_{};
 };
 
-/// The log file of an instance, and what composing its lines needs.
+/// The log file of an instance. An FMU gets its address as the environment of its callbacks and may
+/// use it from threads of its own, also when its instance was freed; endLog() sees to it that the
+/// log is there as long as the FMU's code is.
 struct LogFile {
+    /// Overdue: somebody waited in vain, so that nobody has to wait again.
+    enum class Use { free, busy, overdue };
+
     OutputFileRecord output{"log file"};
-    /// Set while a line is written: an FMU may send messages from threads of its own.
-    std::atomic_flag isBusy = ATOMIC_FLAG_INIT;
     TimeText time;
-    std::string line; ///< Reused, so that composing a line allocates nothing.
+    std::atomic<Use> use = Use::free;
+    std::atomic<bool> hasEnded = false; ///< What the FMU says now is dropped.
 };
 
 /// Has a log to itself while it lives. Where nobody else wants it, that costs one atomic operation.
+/// Who has it may never give it back, such as a thread that its FMU has ended: after about a second
+/// the log is not waited for any more, and isHeld() is false.
 class ExclusiveLog {
   public:
     explicit ExclusiveLog(LogFile& log) noexcept;
-
-    ~ExclusiveLog() { log_.isBusy.clear(std::memory_order_release); }
+    ~ExclusiveLog();
 
     ExclusiveLog(const ExclusiveLog&) = delete;
     ExclusiveLog& operator=(const ExclusiveLog&) = delete;
     ExclusiveLog(ExclusiveLog&&) = delete;
     ExclusiveLog& operator=(ExclusiveLog&&) = delete;
 
+    [[nodiscard]] bool isHeld() const { return isHeld_; }
+
   private:
     LogFile& log_;
+    bool isHeld_;
 };
+
+/// Closes a log. Where its FMU may still call, or is at it, the record stays for good: the FMU has
+/// its address.
+void endLog(std::unique_ptr<LogFile> log, bool fmuMayCall);
 
 namespace levels {
 inline constexpr std::string_view ok = "OK";
@@ -73,8 +85,8 @@ void logRuntime(FmiToolsInstance* instance, std::string_view level,
 std::int32_t openLogFile(FmiToolsInstance& instance, const char* path);
 
 /// The FMU's logger (FMI 2.0 section 2.1.5): its messages become log lines with the FMI status as
-/// level and the FMU's instance name as module. `componentEnvironment` is the instance; null is
-/// ignored.
+/// level and the FMU's instance name as module. `componentEnvironment` is the instance's LogFile; null
+/// is ignored. May be called from any thread; a line that has to wait too long is dropped.
 void fmuLogger(fmi2_component_environment_t componentEnvironment, fmi2_string_t instanceName,
                fmi2_status_t status, fmi2_string_t category, fmi2_string_t message, ...);
 
@@ -96,7 +108,8 @@ void stepFinishedCallback(fmi2_component_environment_t componentEnvironment, fmi
 /// @param level    "OK", "Warning", "Error" or "Debug"; a "Debug" line is dropped unless debug logs
 ///                 are enabled.
 /// @param category "None" for lines that are not the FMU's.
-/// @param format   as for printf, with its arguments; the message is cut to 255 characters.
+/// @param format   as for printf, with its arguments; the message is cut to 255 characters, the other
+///                 texts to 1024.
 /// @return 0, always.
 std::int32_t writeLogLine(FmiToolsInstance* instance, const char* module, const char* level,
                           const char* category, const char* format, ...) noexcept;

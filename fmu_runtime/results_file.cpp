@@ -78,7 +78,7 @@ bool write(FmiToolsInstance& instance, std::string_view text) {
     const bool written = output.write(text);
     if (!written && output.isNewFailure()) {
         logRuntime(&instance, levels::error, output.failure());
-        if (instance.log.output.hasFailed()) { // The log shares the full disk.
+        if (instance.log->output.hasFailed()) { // The log shares the full disk.
             std::fprintf(stderr, "%.*s\n", static_cast<int>(output.failure().text().size()),
                          output.failure().text().data());
         }

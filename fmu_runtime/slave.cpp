@@ -1,5 +1,9 @@
 #include "fmu_runtime/slave.h"
 
+#include "platform/files.h"
+#include "platform/path_style.h"
+#include "platform/shared_library.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -18,6 +22,14 @@ jm_callbacks libraryCallbacks(jm_logger_f logger) {
     callbacks.log_level = jm_log_level_all;
     callbacks.context = nullptr;
     return callbacks;
+}
+
+/// Where the library of this platform is (FMI 2.0 section 2.3).
+std::string binaryPath(const std::string& unpackDirectory, const std::string& identifier) {
+    const std::string separator(1, platform::nativePaths().separator);
+    return unpackDirectory + separator + "binaries" + separator +
+           platform::SharedLibrary::fmiPlatform() + separator + identifier +
+           platform::SharedLibrary::suffix();
 }
 
 /// The one place where exceptions of an FMU's code end: the answer of `call`, or `failure` where
@@ -43,13 +55,16 @@ bool Slave::open(const std::string& fmuPath, const std::string& unpackDirectory,
         return false;
     }
     fmu_ = fmi2_import_parse_xml(context_, unpackDirectory.c_str(), nullptr);
-    if (fmu_ == nullptr || fmi2_import_get_fmu_kind(fmu_) != fmi2_fmu_kind_me) {
-        return fmu_ != nullptr;
+    if (fmu_ == nullptr) {
+        return false;
     }
-    constexpr auto error = jm_log_level_error;
-    libraryLogger(nullptr, "FMITools", error,
-                  "The FMU offers Model Exchange only; export it for Co-Simulation");
-    return false;
+    if (fmi2_import_get_fmu_kind(fmu_) == fmi2_fmu_kind_me) {
+        libraryLogger(nullptr, "FMITools", jm_log_level_error,
+                      "The FMU offers Model Exchange only; export it for Co-Simulation");
+        return false;
+    }
+    binaryPath_ = binaryPath(unpackDirectory, fmi2_import_get_model_identifier_CS(fmu_));
+    return true;
 }
 
 jm_status_enu_t Slave::loadBinary(const fmi2_callback_functions_t& callbacks) {
@@ -76,6 +91,10 @@ void Slave::release() {
     if (context_ != nullptr) {
         fmi_import_free_context(std::exchange(context_, nullptr));
     }
+}
+
+bool Slave::isCodeLeft() const {
+    return platform::SharedLibrary::isLoaded(binaryPath_);
 }
 
 const char* Slave::generationTool() const {

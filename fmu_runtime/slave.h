@@ -40,6 +40,10 @@ class Slave {
     /// nothing the second time.
     void release();
 
+    /// Whether the FMU's library is in the process although it was released: other instances have it
+    /// loaded, or it does not let itself be unloaded.
+    [[nodiscard]] bool isCodeLeft() const;
+
     /// The imported model description; null before open() succeeded.
     [[nodiscard]] fmi2_import_t* fmu() const { return fmu_; }
 
@@ -77,6 +81,7 @@ class Slave {
     fmi_import_context_t* context_ = nullptr;
     fmi2_import_t* fmu_ = nullptr;
     bool instantiated_ = false;
+    std::string binaryPath_;
 };
 
 } // namespace fmu_runtime

@@ -36,6 +36,10 @@ class SharedLibrary {
     /// What made the last call fail.
     [[nodiscard]] const std::string& error() const { return error_; }
 
+    /// Whether the process has the library of an absolute path, whoever loaded it: one may stay when it
+    /// is unloaded.
+    static bool isLoaded(const std::string& path);
+
     /// ".so" or ".dll".
     static const char* suffix();
 

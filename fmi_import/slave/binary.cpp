@@ -203,20 +203,20 @@ bool Binary::load(const Log& log, const std::string& directory,
     const char* platformName = platform::SharedLibrary::fmiPlatform();
     const std::string folder = joined("binaries", platformName);
     const std::string file = joined(folder, identifier + platform::SharedLibrary::suffix());
-    const std::string path = joined(absoluteDirectory, file);
+    path_ = joined(absoluteDirectory, file);
     std::error_code error;
-    if (!fs::exists(platform::nativePath(path), error) &&
+    if (!fs::exists(platform::nativePath(path_), error) &&
         !hasLibrary(platform::nativePath(joined(absoluteDirectory, folder)))) {
         reportMissingFolder(log, directory, absoluteDirectory, folder);
         return false;
     }
     log.info(module::library,
              {"Loading '", platformName, "' binary with 'default' platform types"});
-    if (!library_.open(path)) {
+    if (!library_.open(path_)) {
         log.fatal(module::binary, {"Could not load the FMU binary: ", library_.error()});
         return false;
     }
-    if (!isBoundTo(log, library_, path)) {
+    if (!isBoundTo(log, library_, path_)) {
         unload(log);
         return false;
     }
@@ -244,6 +244,10 @@ void Binary::unload(const Log& log) {
     } else {
         log.error(module::binary, {"Could not free the FMU binary: ", library_.error()});
     }
+}
+
+bool Binary::isCodeLeft() const {
+    return !path_.empty() && platform::SharedLibrary::isLoaded(path_);
 }
 
 } // namespace fmi_import

@@ -49,10 +49,15 @@ class Binary {
 
     [[nodiscard]] bool isLoaded() const { return library_.isOpen(); }
 
+    /// Whether the code of a binary that was loaded once is still in the process: what others have
+    /// loaded, too, or what does not let itself be unloaded stays.
+    [[nodiscard]] bool isCodeLeft() const;
+
     [[nodiscard]] const FmuFunctions& functions() const { return functions_; }
 
   private:
     platform::SharedLibrary library_;
+    std::string path_; ///< Of the one loaded last.
     FmuFunctions functions_;
 };
 

@@ -51,7 +51,7 @@ jm_status_enu_t load(fmi2_import_t& fmu, const fmi2_callback_functions_t* callba
         fmu.log.warning(module::library, {"FMU binary is already loaded"});
         return jm_status_success;
     }
-    fmu.callbacks = callbacks != nullptr ? *callbacks : ownCallbacks(&fmu);
+    *fmu.callbacks = callbacks != nullptr ? *callbacks : ownCallbacks(&fmu);
     const bool loaded =
         fmu.binary.load(fmu.log, fmu.directory, fmu.absoluteDirectory,
                         fmu.description.coSimulationIdentifier, fmu.description.capabilities);
@@ -110,7 +110,7 @@ jm_status_enu_t fmi2_import_instantiate(fmi2_import_t* fmu, fmi2_string_t instan
         fmuResourceLocation != nullptr ? fmuResourceLocation : fmu->resourceUri.c_str();
     const bool loggingOn = fmu->log.callbacks()->log_level > jm_log_level_nothing;
     fmu->component = fmu->binary.functions().instantiate(
-        instanceName, fmuType, fmu->description.guid, resources, &fmu->callbacks, visible,
+        instanceName, fmuType, fmu->description.guid, resources, fmu->callbacks.get(), visible,
         loggingOn ? fmi2_true : fmi2_false);
     return fmu->component != nullptr ? jm_status_success : jm_status_error;
 }

@@ -99,6 +99,11 @@ void* SharedLibrary::symbol(const char* name) {
     return address;
 }
 
+bool SharedLibrary::isLoaded(const std::string& path) {
+    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_NOLOAD);
+    return handle != nullptr && dlclose(handle) == 0;
+}
+
 const char* SharedLibrary::suffix() {
     return ".so";
 }

@@ -90,6 +90,10 @@ void* SharedLibrary::symbol(const char* name) {
     return reinterpret_cast<void*>(address);
 }
 
+bool SharedLibrary::isLoaded(const std::string& path) {
+    return GetModuleHandleW(nativePath(path).c_str()) != nullptr;
+}
+
 const char* SharedLibrary::suffix() {
     return ".dll";
 }

@@ -1,9 +1,11 @@
 #include "fmu_runtime/foreign_message.h"
+#include "fmu_runtime/instance.h"
 #include "fmu_runtime/log.h"
 #include "fmu_runtime/number_text.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -87,6 +89,22 @@ TEST(LogLine, IsCutTo255CharactersWhoeverWritesIt) {
         EXPECT_EQ(line.substr(line.find(']') + 1),
                   "[FMISolver][None][OK] " + std::string(255, 'm') + "\n");
     }
+}
+
+// As after an FMU ended its thread in the middle of a message.
+TEST(LogFile, ThatSomebodyNeverGivesBackIsWaitedForOnce) {
+    FmiToolsInstance instance;
+    const ExclusiveLog held(*instance.log);
+    ASSERT_TRUE(held.isHeld());
+    testing::internal::CaptureStdout();
+    fmuLogger(instance.log.get(), "FMU", fmi2_status_ok, "c", "dropped");
+    // The first of them waits for a second; all of them would take longer than a test may.
+    for (int line = 0; line < 1000; ++line) {
+        logRuntime(&instance, levels::ok, "kept");
+    }
+    const std::string output = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(output.find("dropped"), std::string::npos);
+    EXPECT_EQ(std::ranges::count(output, '\n'), 1000);
 }
 
 std::string formatted(const char* format, ...) {

@@ -1,5 +1,7 @@
 #include "tests/fmus/scripted/actions.h"
 
+#include "tests/fmus/scripted/slave_library.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -32,6 +34,12 @@ void sendMessage(const Action& action, const fmi2CallbackFunctions& functions,
         std::array<std::thread, 4> threads{std::thread(send), std::thread(send), std::thread(send),
                                            std::thread(send)};
         std::ranges::for_each(threads, &std::thread::join);
+    } else if (action.verb == "logOn") {
+        slaveLibrary().goOn(
+            [=, environment = functions.componentEnvironment, logger = functions.logger] {
+                logger(environment, instanceName.c_str(), status, action.category.c_str(),
+                       action.text.c_str());
+            });
     } else if (action.verb == "logLong") {
         const std::string letters(std::stoul(action.text), 'x');
         functions.logger(functions.componentEnvironment, name, status, category, letters.c_str());

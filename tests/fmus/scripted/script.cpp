@@ -119,7 +119,7 @@ Action Script::parseAction(std::string_view text) {
     std::string_view rest = text;
     Action action;
     action.verb = takeUntil(rest, " ");
-    if (isOneOf(action.verb, {"log", "logf", "logUnnamed", "logLong", "logAtOnce"})) {
+    if (isOneOf(action.verb, {"log", "logf", "logUnnamed", "logLong", "logAtOnce", "logOn"})) {
         action.status = parseStatus(takeUntil(rest, " "));
         action.category = takeUntil(rest, " ");
         action.text = unescaped(rest);

@@ -31,6 +31,9 @@
  *                            send a message of that many letters x
  *     logAtOnce STATUS CATEGORY COUNT
  *                            send that many messages from each of four threads at once
+ *     logOn STATUS CATEGORY MESSAGE
+ *                            send it from a thread of the binary's own, over and over until the
+ *                            binary is unloaded
  *     stepFinished STATUS    call the tool's stepFinished
  *     refuse                 instantiate: answer null
  *     sleep SECONDS          take that long
@@ -40,7 +43,7 @@
  *     exitOrderly CODE       as exit() does
  *     crash                  write to address 0
  *
- * `load`, `unload` and `instantiate` obey the environment variable SCRIPTED_FMU_SCRIPT only, which
+ * In `unload` messages go to the tool of the instance freed last. `load`, `unload` and `instantiate` obey the environment variable SCRIPTED_FMU_SCRIPT only, which
  * also is an instance's script until its parameter `script` is set. A malformed statement is
  * answered with fmi2Error and a message where it was set, and refuses the instantiation in the
  * environment.

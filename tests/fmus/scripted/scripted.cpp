@@ -145,7 +145,7 @@ fmi2Status ScriptedSlave::statusAs(const char* call, fmi2StatusKind kind, Value&
 
 void ScriptedSlave::endLife() {
     if (!std::exchange(freed_, true)) {
-        slaveLibrary().bury(std::unique_ptr<Slave>(this));
+        slaveLibrary().bury(std::unique_ptr<Slave>(this), functions());
     }
 }
 

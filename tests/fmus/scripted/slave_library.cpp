@@ -2,6 +2,7 @@
 
 #include "tests/fmus/scripted/actions.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
@@ -19,6 +20,8 @@ SlaveLibrary::SlaveLibrary() {
 }
 
 SlaveLibrary::~SlaveLibrary() {
+    unloading_ = true;
+    std::ranges::for_each(threads_, &std::thread::join);
     act("unload");
 }
 
@@ -33,15 +36,24 @@ Script SlaveLibrary::environmentScript() {
     return text != nullptr ? Script(text) : Script();
 }
 
-void SlaveLibrary::bury(std::unique_ptr<Slave> instance) {
+void SlaveLibrary::bury(std::unique_ptr<Slave> instance, const fmi2CallbackFunctions* functions) {
     --liveInstances_;
     buried_.push_back(std::move(instance));
+    lastFunctions_ = functions;
+}
+
+void SlaveLibrary::goOn(const std::function<void()>& work) {
+    threads_.emplace_back([this, work] {
+        while (!unloading_) {
+            work();
+        }
+    });
 }
 
 void SlaveLibrary::act(const char* call) {
     record(call);
     try {
-        carryOut(environmentScript().actionsOf(call, {}), nullptr, "");
+        carryOut(environmentScript().actionsOf(call, {}), lastFunctions_, "FMU instance");
     } catch (const std::invalid_argument&) {
         // Nobody listens yet; the instantiation reports it.
         return;

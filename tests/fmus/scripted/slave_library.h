@@ -7,8 +7,11 @@
 #include "example_fmus/slave/slave.h"
 #include "tests/fmus/scripted/script.h"
 
+#include <atomic>
+#include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 /** Lives from the loading of the binary to its unloading, and acts as scripted in both. */
@@ -38,14 +41,20 @@ class SlaveLibrary {
     int liveInstances() const { return liveInstances_; }
 
     /** Keeps a freed instance until the binary is unloaded, so that a call with the dead handle is
-     *  recorded instead of being undefined. */
-    void bury(std::unique_ptr<Slave> instance);
+     *  recorded instead of being undefined. @p functions are what the tool gave it. */
+    void bury(std::unique_ptr<Slave> instance, const fmi2CallbackFunctions* functions);
+
+    /** Does @p work over and over in a thread until the binary is unloaded. */
+    void goOn(const std::function<void()>& work);
 
   private:
-    static void act(const char* call);
+    void act(const char* call);
 
     int liveInstances_ = 0;
     std::vector<std::unique_ptr<Slave>> buried_;
+    const fmi2CallbackFunctions* lastFunctions_ = nullptr;
+    std::atomic<bool> unloading_ = false;
+    std::vector<std::thread> threads_;
 };
 
 /** The only one in this binary. */
