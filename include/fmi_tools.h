@@ -49,8 +49,10 @@
  * "Warning", "Error", "Debug" or the name of the FMU's status. Messages are cut to 255 characters,
  * an FMU's instance name and category to 1024. Real numbers are written as printf does for "%.16e",
  * with a point whatever the locale; numbers that are not finite as "inf", "-inf", "nan" and "-nan".
- * Lines that an FMU sends from threads of its own while it is instantiated are serialised with all
- * others.
+ * An FMU may send lines from threads of its own, at any time until its library is unloaded: they
+ * are serialised with all others, but a line that has waited for a second is dropped, and so are
+ * all that come after fmiToolsCleanup() has closed the log. A library that is unloaded while one of
+ * its threads is running, be it in its own code or in the logger, is the fault of its FMU.
  *
  * @par Conventions
  * Texts are zero-terminated; the runtime copies those that it keeps. Paths are narrow texts in the

@@ -1,5 +1,7 @@
 #include "platform/held_directory.h"
 
+#include "platform/posix/descriptors.h"
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
@@ -49,9 +51,9 @@ void HeldDirectory::remove(const std::string& name) {
 
 OutputFile HeldDirectory::create(const std::string& name) {
     remove(name);
-    const int handle =
+    const int handle = awayFromStandardStreams(
         ::openat(static_cast<int>(levels_.back()), name.c_str(),
-                 O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, readableAndWritable);
+                 O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, readableAndWritable));
     return {handle, handle < 0 ? errno : 0};
 }
 

@@ -1,5 +1,7 @@
 #include "platform/output_file.h"
 
+#include "platform/posix/descriptors.h"
+
 #include <cerrno>
 #include <csignal>
 #include <ctime>
@@ -14,19 +16,6 @@ namespace platform {
 namespace {
 
 constexpr mode_t readableAndWritable = 0666; // The process's umask takes away what it wants to.
-
-/// `file` under a number that no standard stream has. A process whose standard streams are closed
-/// gives their numbers to what it opens next, and what is printed would end in there.
-int awayFromStandardStreams(int file) {
-    if (file < 0 || file > STDERR_FILENO) {
-        return file;
-    }
-    const int moved = ::fcntl(file, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    const int error = errno;
-    ::close(file);
-    errno = error;
-    return moved;
-}
 
 int openForWriting(const char* path) {
     return awayFromStandardStreams(
@@ -128,7 +117,8 @@ ssize_t writeWithin(int file, const char* text, std::size_t size, bool isLimited
     return written;
 }
 
-/// Asked once a file: a question for every write would cost a call of the system.
+/// A question for every write would cost a call of the system: asked for a new file, and after a
+/// write that stopped short, since a limit may be set at any time.
 bool filesAreLimited() {
     rlimit limit{};
     return ::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
@@ -178,6 +168,8 @@ bool OutputFile::write(std::string_view text) {
         }
         rest += written;
         size -= static_cast<std::size_t>(written);
+        // A write that meets a limit ends there; only one that begins there raises the signal.
+        isLimited_ = isLimited_ || (size > 0 && filesAreLimited());
     }
     return true;
 }

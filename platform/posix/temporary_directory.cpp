@@ -1,5 +1,7 @@
 #include "platform/temporary_directory.h"
 
+#include "platform/posix/descriptors.h"
+
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
@@ -36,7 +38,8 @@ std::uint32_t processNumber() {
 }
 
 std::intptr_t holdDirectory(const std::filesystem::path& directory) {
-    const int file = open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    const int file = awayFromStandardStreams(
+        open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     if (file >= 0) {
         flock(file, LOCK_SH | LOCK_NB);
     }

@@ -2,6 +2,7 @@
 // and a disk that is full.
 #include "fmu_runtime/loaded_fmu.h"
 #include "fmu_runtime/whole_run.h"
+#include "platform/held_directory.h"
 #include "platform/output_file.h"
 
 #include <gmock/gmock.h>
@@ -10,7 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -213,65 +213,114 @@ TEST(Pipe, ThatNobodyEmptiesIsToldAndDoesNotStopTheRun) {
     EXPECT_EQ(failuresTold(fmu.log()), 1U);
 }
 
+/// Has the standard streams closed while it lives.
+class ClosedStandardStreams {
+  public:
+    ClosedStandardStreams() {
+        std::fflush(stdout);
+        for (std::size_t stream = 0; stream < kept_.size(); ++stream) {
+            kept_[stream] = fcntl(static_cast<int>(stream), F_DUPFD_CLOEXEC, 10);
+            close(static_cast<int>(stream));
+        }
+    }
+
+    ~ClosedStandardStreams() {
+        std::fflush(stdout);
+        for (std::size_t stream = 0; stream < kept_.size(); ++stream) {
+            dup2(kept_[stream], static_cast<int>(stream));
+            close(kept_[stream]);
+        }
+        std::clearerr(stdout);
+        std::clearerr(stderr);
+    }
+
+    ClosedStandardStreams(const ClosedStandardStreams&) = delete;
+    ClosedStandardStreams& operator=(const ClosedStandardStreams&) = delete;
+    ClosedStandardStreams(ClosedStandardStreams&&) = delete;
+    ClosedStandardStreams& operator=(ClosedStandardStreams&&) = delete;
+
+  private:
+    std::array<int, 3> kept_{};
+};
+
 TEST(StandardStreams, ThatAreClosedAreNotTheFilesOfARun) {
-    const TemporaryDirectory directory;
-    LoadedFmu fmu("scripted");
-    std::fflush(stdout);
-    const std::array standard{0, 1, 2};
-    std::array<int, 3> kept{};
-    for (const int stream : standard) {
-        kept[static_cast<std::size_t>(stream)] = fcntl(stream, F_DUPFD_CLOEXEC, 10);
-        close(stream);
+    bool areClosed = false;
+    std::string results;
+    std::vector<std::string> log;
+    {
+        const ClosedStandardStreams closed;
+        LoadedFmu fmu("scripted");
+        areClosed = std::ranges::all_of(std::array{0, 1, 2},
+                                        [](int stream) { return fcntl(stream, F_GETFD) == -1; });
+        std::puts("printed by the host");
+        fmu.cleanUp(); // Its last lines are for standard output.
+        results = readFile(fmu.resultsFile());
+        log = fmu.log();
     }
-    fmiToolsSetLogFile(fmu, narrow(directory / "second.out").c_str());
-    fmiToolsSetResultsFile(fmu, narrow(directory / "second.csv").c_str());
-    const bool areClosed =
-        std::ranges::all_of(standard, [](int stream) { return fcntl(stream, F_GETFD) == -1; });
-    std::puts("printed by the host");
-    std::fflush(stdout);
-    fmu.cleanUp(); // Its last lines are for standard output.
-    for (const int stream : standard) {
-        dup2(kept[static_cast<std::size_t>(stream)], stream);
-        close(kept[static_cast<std::size_t>(stream)]);
-    }
-    std::clearerr(stdout);
     EXPECT_TRUE(areClosed);
-    EXPECT_THAT(readFile(directory / "second.csv"), testing::EndsWith("Q[1][-]\n"));
-    EXPECT_THAT(readFile(directory / "second.out"), testing::EndsWith("Closing plugin\n"));
+    EXPECT_THAT(results, testing::EndsWith("Q[1][-]\n"));
+    EXPECT_EQ(log, std::vector<std::string>{"[FMITools][None][OK] Closing plugin"});
 }
 
-TEST(SizeLimit, OfFilesIsAFailureAndNoSignal) {
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit small{10000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
+TEST(StandardStreams, ThatAreClosedAreNotTheFilesOfAnArchive) {
+    const TemporaryDirectory directory;
+    platform::HeldDirectory held(narrow(directory.path()));
     {
-        const TemporaryDirectory directory;
-        platform::OutputFile file(narrow(directory / "limited").c_str());
-        EXPECT_TRUE(file.write(std::string(9000, 'a')));
-        EXPECT_FALSE(file.write(std::string(9000, 'b'))); // Would end the process.
-        EXPECT_FALSE(file.write(std::string(9000, 'c')));
-        EXPECT_EQ(readFile(directory / "limited").size(), 9000U);
+        const ClosedStandardStreams closed;
+        const platform::OutputFile first = held.create("first");
+        const platform::OutputFile second = held.create("second");
+        const platform::OutputFile third = held.create("third");
+        std::fputs("printed by the host", stderr);
     }
-    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(readFile(directory / "third"), "");
+}
+
+/// The process may write files of this size only.
+class SizeLimit {
+  public:
+    explicit SizeLimit(rlim_t size) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit small{size, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+
+    ~SizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+    SizeLimit(const SizeLimit&) = delete;
+    SizeLimit& operator=(const SizeLimit&) = delete;
+    SizeLimit(SizeLimit&&) = delete;
+    SizeLimit& operator=(SizeLimit&&) = delete;
+
+  private:
+    rlimit before_{};
+};
+
+TEST(SizeLimit, OfFilesIsAFailureAndNoSignalWheneverItIsSet) {
+    const TemporaryDirectory directory;
+    platform::OutputFile before(narrow(directory / "before").c_str());
+    const SizeLimit limit(10000);
+    platform::OutputFile after(narrow(directory / "after").c_str());
+    for (auto* file : {&before, &after}) {
+        EXPECT_TRUE(file->write(std::string(9000, 'a')));
+        EXPECT_FALSE(file->write(std::string(9000, 'b'))); // Would end the process.
+        EXPECT_FALSE(file->write(std::string(9000, 'c')));
+    }
+    EXPECT_EQ(readFile(directory / "before").size(), 9000U);
+    EXPECT_EQ(readFile(directory / "after").size(), 9000U);
 }
 
 TEST(FullDisk, LeavesWholeRowsBehind) {
     LoadedFmu fmu("scripted");
     fmiToolsSetLogFile(fmu, "/dev/null");
     fmiToolsInitialize(fmu);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{10000, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
     int lost = 0;
-    for (int step = 0; step < 50; ++step) {
-        lost += fmiToolsSimulateToT(fmu, step * 0.1) == -202 ? 1 : 0;
+    {
+        const SizeLimit limit(10000);
+        for (int step = 0; step < 50; ++step) {
+            lost += fmiToolsSimulateToT(fmu, step * 0.1) == -202 ? 1 : 0;
+        }
     }
     EXPECT_GT(lost, 10);
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
     const std::string results = readFile(fmu.resultsFile());
     EXPECT_TRUE(results.ends_with('\n'));
     EXPECT_GT(results.size(), 9000U);
