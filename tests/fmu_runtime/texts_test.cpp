@@ -2,11 +2,13 @@
 #include "fmu_runtime/instance.h"
 #include "fmu_runtime/log.h"
 #include "fmu_runtime/number_text.h"
+#include "support/memory_end.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -15,6 +17,8 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
+#include <thread>
 
 namespace fmu_runtime {
 namespace {
@@ -166,6 +170,47 @@ TEST(ForeignMessage, TrustsNeitherFormatNorArguments) {
     EXPECT_EQ(formatted(std::string(1 << 20, 'a').c_str()), std::string(255, 'a'));
     EXPECT_EQ(formatted("%s", std::string(1 << 20, 'a').c_str()), std::string(255, 'a'));
     EXPECT_EQ(formatted("----------%-----------------------------d", 3), "----------3");
+}
+
+TEST(ForeignMessage, MayEndWhereMemoryDoes) {
+    using test_support::MemoryEnd;
+    const std::string_view ended("whole %d\0", 9);
+    EXPECT_EQ(formatted(MemoryEnd(ended).text(), 7), "whole 7");
+    EXPECT_EQ(formatted(MemoryEnd("cut %").text(), 7), "(unreadable)");
+    EXPECT_EQ(formatted("%s|", MemoryEnd("cut").text()), "(unreadable)|");
+    EXPECT_EQ(formatted("%.3s|", MemoryEnd("cut").text()), "cut|");
+    const MemoryEnd cut("cut");
+    LogFile log;
+    testing::internal::CaptureStdout();
+    fmuLogger(&log, cut.text(), fmi2_status_ok, cut.text(), "%s", "text");
+    const std::string line = testing::internal::GetCapturedStdout();
+    EXPECT_EQ(line.substr(line.find(']') + 1), "[(unreadable)][(unreadable)][OK] text\n");
+}
+
+TEST(ForeignMessage, MayChangeWhileItIsRead) {
+    std::array<std::atomic<char>, 8> letters{};
+    static_assert(sizeof letters == 8);
+    const auto write = [&](std::string_view text) {
+        for (std::size_t index = 0; index < text.size(); ++index) {
+            letters[index].store(text[index], std::memory_order_relaxed);
+        }
+    };
+    std::atomic<bool> done = false;
+    std::thread changer([&] {
+        while (!done) {
+            write("%s%%%d");
+            write(std::string_view("%d%s\0", 5));
+        }
+    });
+    const auto* text = reinterpret_cast<const char*>(letters.data());
+    for (int round = 0; round < 20'000; ++round) {
+        // Each of up to three directives may be "%d" or "%s", which is "(unreadable)".
+        const std::intptr_t any = 8;
+        EXPECT_LE(formatted(text, any, any, any).size(), 40U);
+        EXPECT_LE(formatted("%s", text).size(), 8U);
+    }
+    done = true;
+    changer.join();
 }
 
 TEST(ForeignMessage, LosesDoubledPercentsInItsSecondPass) {
