@@ -225,9 +225,10 @@ void fmuLogger(fmi2_component_environment_t componentEnvironment, fmi2_string_t 
     const ForeignText<longestName> ownCategory(category);
     // The formatted text is itself taken for a format, so a doubled percent sign comes out single.
     const LogMessage text = withoutDoubledPercents(formatted.text());
+    const char* level = statusName(status);
     guarded(0, [&] {
         writeFmuLine(*static_cast<LogFile*>(componentEnvironment),
-                     {{}, module.text(), ownCategory.text(), statusName(status), text.text()});
+                     {{}, module.text(), ownCategory.text(), level, text.text()});
         return 0;
     });
 }

@@ -162,6 +162,9 @@ fmi2_status_t Slave::set(fmi2_value_reference_t reference, int value) {
 }
 
 fmi2_status_t Slave::set(fmi2_value_reference_t reference, const char* value) {
+    if (value == nullptr) { // No FMU is prepared for it.
+        return fmi2_status_error;
+    }
     return statusOf("fmi2SetString",
                     [&] { return fmi2_import_set_string(fmu_, &reference, 1, &value); });
 }

@@ -38,10 +38,11 @@
  * | -202 | no variable of that name, its type is not supported, an FMI call did not return OK, or a row of results could not be written |
  *
  * What fails is also a line in the log, except: a null handle; a load, whose reasons are on
- * standard error; a log or results file that cannot be opened; and fmiToolsSetVariableValue() for a
- * variable that does not exist or has no supported type. An exception that leaves a function of the
- * FMU is the failure of that call. Standard error says by FMI's name with which status a call
- * failed, such as "fmi2DoStep returned Discard". No function throws or ends the process.
+ * standard error; a log or results file that cannot be opened; a null pointer given to
+ * fmiToolsGetUserData(); and fmiToolsSetVariableValue() for a null text or a variable that does not
+ * exist or has no supported type. An exception that leaves a function of the FMU is the failure of
+ * that call. Standard error says by FMI's name with which status a call failed, such as
+ * "fmi2DoStep returned Discard". No function throws or ends the process.
  *
  * @par The log
  * A line is "[time][module][category][level] message": the local time in the form of the locale
@@ -207,8 +208,8 @@ FMI_TOOLS_EXPORT int32_t fmiToolsGetVariableExists(FmiToolsInstance* instance, c
  * @param name     the variable's full name.
  * @param value    the text.
  * @return 0 as soon as the set was attempted, even when the FMU refused it (the refusal is only
- *         logged); -202, without a log line, when there is no such variable or its type is not
- *         supported; 0 for a null handle.
+ *         logged); -202, without a log line, when there is no such variable, its type is not
+ *         supported or the text is null; 0 for a null handle.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetVariableValue(FmiToolsInstance* instance, const char* name,
                                                   const char* value);
@@ -245,7 +246,7 @@ FMI_TOOLS_EXPORT int32_t fmiToolsSetIntegerVariableValue(FmiToolsInstance* insta
  * @param instance the handle.
  * @param name     the variable's full name.
  * @param value    the text, borrowed for the call only.
- * @return as fmiToolsSetRealVariableValue().
+ * @return as fmiToolsSetRealVariableValue(); -202, with a log line, for a null text, too.
  */
 FMI_TOOLS_EXPORT int32_t fmiToolsSetStringVariableValue(FmiToolsInstance* instance,
                                                         const char* name, const char* value);

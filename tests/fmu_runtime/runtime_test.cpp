@@ -124,6 +124,24 @@ TEST(Variables, AreSetFromTextsByTheirType) {
     EXPECT_EQ(fmu.log(), before);
 }
 
+TEST(NullPointer, IsAFailureOfTheCallThatGotIt) {
+    LoadedFmu fmu("scripted");
+    const Lines failedGet{"[Error] Failed to get output x"};
+    EXPECT_EQ(fmiToolsGetRealVariableValue(fmu, "x", nullptr), -202);
+    EXPECT_EQ(fmu.lastLines(1), failedGet);
+    EXPECT_EQ(fmiToolsGetIntegerVariableValue(fmu, "selected", nullptr), -202);
+    EXPECT_EQ(fmiToolsGetStringVariableValue(fmu, "echo", nullptr), -202);
+    EXPECT_EQ(fmiToolsSetStringVariableValue(fmu, "label", nullptr), -202);
+    EXPECT_EQ(fmu.lastLines(1), Lines{"[Error] Failed to set input label"});
+    const auto before = fmu.log();
+    EXPECT_EQ(fmiToolsSetVariableValue(fmu, "label", nullptr), -202);
+    EXPECT_EQ(fmiToolsGetVariableExists(fmu, "label", nullptr), 0);
+    EXPECT_EQ(fmiToolsGetUserData(fmu, nullptr), -1);
+    EXPECT_EQ(fmu.log(), before);
+    EXPECT_EQ(fmiToolsSetRealVariableValue(fmu, nullptr, 1.0), -202);
+    EXPECT_EQ(fmu.lastLines(1), Lines{"[Error] Could not find input (null)"});
+}
+
 TEST(Variables, FailWithTheirNameInTheLog) {
     LoadedFmu fmu("scripted");
     fmu.script("setReal(u)=warning; getReal(x)=discard; setInteger=9; getString=-1");
