@@ -157,28 +157,6 @@ TEST(Logger, MayBeCalledFromThreadsOfTheFmu) {
               static_cast<std::ptrdiff_t>(log.size()) - 2000);
 }
 
-/// Keeps the code of an FMU in the process when the FMU is cleaned up.
-void pin(platform::SharedLibrary& library, const LoadedFmu& fmu) {
-    ASSERT_TRUE(
-        library.open(narrow(fmu.unpacked() / "binaries" / platform::SharedLibrary::fmiPlatform() /
-                            (std::string("scripted") + platform::SharedLibrary::suffix()))));
-}
-
-TEST(Logger, MayBeCalledAfterTheFmuWasFreed) {
-    const ScopedEnvironment script("SCRIPTED_FMU_SCRIPT", "unload=log ok c late");
-    platform::SharedLibrary library;
-    LoadedFmu whole("scripted");
-    LoadedFmu pinned("scripted");
-    pin(library, pinned);
-    whole.cleanUp();
-    pinned.cleanUp();
-    testing::internal::CaptureStdout();
-    EXPECT_TRUE(library.close());
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
-    EXPECT_EQ(whole.lastLines(1).front(), "[FMU instance][c][OK] late"); // The log was still there.
-    EXPECT_EQ(pinned.lastLines(1).front(), "[OK] Closing plugin");
-}
-
 TEST(Exception, ThatLeavesAFunctionOfTheFmuIsTheFailureOfThatCall) {
     LoadedFmu fmu("scripted");
     fmu.script("doStep@2=throw; getReal(x)@1=throw; setReal(u)=throw; getString(echo)=throw");

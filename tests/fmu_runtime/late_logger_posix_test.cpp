@@ -15,9 +15,7 @@ using namespace test_support;
 TEST(ThreadOfTheFmu, LogsBetweenAllCallsAndWhenItsInstanceWasFreed) {
     platform::SharedLibrary library;
     LoadedFmu fmu("scripted");
-    const auto file =
-        fmu.unpacked() / "binaries" / platform::SharedLibrary::fmiPlatform() / "scripted.so";
-    ASSERT_TRUE(library.open(narrow(file))); // Keeps the code when the FMU is cleaned up.
+    ASSERT_TRUE(library.open(narrow(fmu.library("scripted")))); // Keeps the code to the end.
     fmu.script("exitInitializationMode=logOn ok c first; exitInitializationMode=logOn ok c second");
     ASSERT_EQ(fmiToolsInitialize(fmu), 0);
     for (int step = 1; step <= 200; ++step) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "fmi_tools.h"
+#include "platform/shared_library.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -70,6 +71,12 @@ class LoadedFmu {
     std::filesystem::path resultsFile() const { return directory_ / "run.csv"; }
 
     std::filesystem::path unpacked() const { return directory_ / "unpacked"; }
+
+    /// The library of an FMU whose model identifier this is.
+    std::filesystem::path library(const std::string& identifier) const {
+        return unpacked() / "binaries" / platform::SharedLibrary::fmiPlatform() /
+               (identifier + platform::SharedLibrary::suffix());
+    }
 
     /// The lines of the log so far, without times.
     std::vector<std::string> log() const { return withoutTimes(readFile(logFile())); }
