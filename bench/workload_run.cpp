@@ -1,6 +1,6 @@
 // workload_run FMU LOOP STEPS [COUNT]: runs a workload by itself, or COUNT of them side by side, for
-// profilers and for the figures of a whole process. workload_run FMU load|unzip_and_parse: only loads it, or does what loading cannot
-// do without.
+// profilers and for the figures of a whole process.
+// workload_run FMU load|unzip_and_parse: only loads it, or does what loading cannot do without.
 #include "bench/step_loop.h"
 #include "bench/unzip.h"
 #include "fmi_tools.h"
