@@ -218,6 +218,7 @@ class Processes {
         }
         letGo(results);
         std::vector<ProgramResult> ended;
+        ended.reserve(results.size());
         for (auto& result : results) {
             ended.push_back(result.get());
         }
