@@ -305,7 +305,7 @@ TEST(FourProcesses, KilledAtAnyMomentLoseNothingFinishedAndLeaveNoLock) {
                 const auto rows = lines(results.substr(0, results.rfind('\n') + 1));
                 EXPECT_TRUE(results.ends_with('\n') || results.size() % pageSize == 0);
                 EXPECT_GE(rows.size(), notes.size() - 1) << notes[1];
-                names.insert(notes[1]);
+                EXPECT_TRUE(names.insert(notes[1]).second) << notes[1];
                 ++finished;
             }
         }
