@@ -137,11 +137,9 @@ void requireFmus(const LaunchOptions& options, const Partners& partners) {
 /// What an earlier run left and cannot be replaced would be taken for this run's. What a run in
 /// progress has is in nobody's way: the solver takes another name.
 void clearFormer(const std::filesystem::path& file, const std::string& what) {
-    const std::string path = platform::narrowPath(file);
     std::error_code unknown;
-    if (std::filesystem::is_regular_file(file, unknown) &&
-        !platform::OutputFile(path.c_str()).isTaken()) {
-        program_support::clearOutputFile(path, what, "--working-directory");
+    if (std::filesystem::is_regular_file(file, unknown) && !platform::isHeld(file)) {
+        program_support::clearOutputFile(platform::narrowPath(file), what, "--working-directory");
     }
 }
 

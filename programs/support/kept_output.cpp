@@ -33,7 +33,8 @@ std::string_view loadErrorIn(std::string_view line) {
     }
     const bool isRefusal =
         line.starts_with("Working directory ") && contains(line, " cannot be used: ");
-    return isRefusal ? line : std::string_view();
+    const bool isSecond = contains(line, " allows only one instance in a process ");
+    return isRefusal || isSecond ? line : std::string_view();
 }
 
 bool isComplaint(std::string_view line) {
