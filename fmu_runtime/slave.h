@@ -55,9 +55,6 @@ class Slave {
     /// What tells the FMU from others: its model identifier and its GUID.
     [[nodiscard]] std::string identity() const;
 
-    /// Whether the FMU has an instance.
-    [[nodiscard]] bool isInstantiated() const { return instantiated_; }
-
     /// The variable of a name, or null.
     [[nodiscard]] fmi2_import_variable_t* find(const char* name) const;
 

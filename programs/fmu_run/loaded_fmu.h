@@ -53,7 +53,7 @@ class LoadedFmu {
     void load(const std::string& fmuPath, const RunDirectory& directory);
 
     std::filesystem::path keptIn_; ///< Empty: everything is let through.
-    std::string openingFile_; ///< Where standard output goes while files are opened.
+    std::string openingFile_;      ///< Where standard output goes while files are opened.
     FmiToolsInstance* instance_ = nullptr;
     double time_ = 0.0; ///< Where the FMU is, in seconds.
 };
