@@ -29,9 +29,8 @@ void writeTo(std::FILE* stream, std::string_view line) {
     std::fflush(stream);
 }
 
-/// The fields of a line in the order in which they are written.
+/// The fields of a line behind its time, in the order in which they are written.
 struct LineFields {
-    std::string_view time;
     std::string_view module;
     std::string_view category;
     std::string_view level;
@@ -42,23 +41,31 @@ struct LineFields {
 /// would cost several times as much.
 class Line {
   public:
-    explicit Line(const LineFields& fields) noexcept {
-        for (const auto field : {fields.time, fields.module, fields.category, fields.level}) {
-            *end_++ = '[';
-            end_ += field.copy(end_, longestName);
-            *end_++ = ']';
-        }
+    Line(std::string_view time, const LineFields& fields) noexcept {
+        add(time);
+        add(fields.module);
+        add(fields.category);
+        add(fields.level);
         *end_++ = ' ';
         end_ += fields.message.copy(end_, LogMessage::capacity);
         *end_++ = '\n';
     }
 
+    ~Line() = default;
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
+    Line(Line&&) = delete;
+    Line& operator=(Line&&) = delete;
 
     [[nodiscard]] std::string_view text() const { return {text_.data(), end_}; }
 
   private:
+    void add(std::string_view field) noexcept {
+        *end_++ = '[';
+        end_ += field.copy(end_, longestName);
+        *end_++ = ']';
+    }
+
     static constexpr std::size_t frameSize = 10; // "[][][][] " and the line end.
 
     std::array<char, 4 * longestName + LogMessage::capacity + frameSize> text_; // Read up to end_.
@@ -66,24 +73,22 @@ class Line {
 };
 
 /// For who has the log to himself.
-void writeHeld(LogFile& log, LineFields fields) {
-    fields.time = log.time.now();
-    const Line line(fields);
+void writeHeld(LogFile& log, const LineFields& fields) {
+    const Line line(log.time.now(), fields);
     if (!log.output.isOpen()) {
         writeTo(stdout, line.text());
     } else if (!log.output.write(line.text()) && log.output.isNewFailure()) {
         const LogMessage failure = log.output.failure();
         writeTo(stderr,
-                Line({log.time.now(), runtimeModule, noCategory, levels::error, failure.text()})
+                Line(log.time.now(), {runtimeModule, noCategory, levels::error, failure.text()})
                     .text());
     }
 }
 
 /// For who waited in vain, or has no log: of a log nothing is changed that others may be at.
-void writeUnheld(LogFile* log, LineFields fields) {
+void writeUnheld(LogFile* log, const LineFields& fields) {
     TimeText time;
-    fields.time = time.now();
-    const Line line(fields);
+    const Line line(time.now(), fields);
     if (log != nullptr && log->output.isOpen()) {
         static_cast<void>(log->output.write(line.text()));
     } else {
@@ -122,7 +127,7 @@ void writeLine(FmiToolsInstance* instance, std::string_view module, std::string_
         return;
     }
     guarded(0, [&] {
-        const LineFields fields{{}, module, category, level, message};
+        const LineFields fields{module, category, level, message};
         if (instance != nullptr && instance->log != nullptr) {
             writeLine(*instance->log, fields);
         } else {
@@ -228,7 +233,7 @@ void fmuLogger(fmi2_component_environment_t componentEnvironment, fmi2_string_t 
     const char* level = statusName(status);
     guarded(0, [&] {
         writeFmuLine(*static_cast<LogFile*>(componentEnvironment),
-                     {{}, module.text(), ownCategory.text(), level, text.text()});
+                     {module.text(), ownCategory.text(), level, text.text()});
         return 0;
     });
 }
