@@ -33,9 +33,15 @@ std::string loadRemedy(const std::vector<std::string>& errors) {
                : "see that every library it needs is beside it in the FMU or installed";
 }
 
-/// Whether the runtime says in the file that it could not open one called `what`.
+/// Whether the runtime says in the file that it could not open one called `what`. A device has no
+/// end to read to.
 bool tellsOfRefused(const std::string& file, const std::string& what) {
-    std::ifstream stream(platform::nativePath(file));
+    const auto path = platform::nativePath(file);
+    std::error_code unknown;
+    if (!std::filesystem::is_regular_file(path, unknown)) {
+        return false;
+    }
+    std::ifstream stream(path);
     std::string line;
     while (std::getline(stream, line) &&
            line.find("][FMITools][None][Error] Failed to open " + what) == std::string::npos) {
