@@ -4,6 +4,7 @@
 #include "programs/support/early_end.h"
 #include "programs/support/exit_status.h"
 #include "programs/support/input_error.h"
+#include "programs/support/input_files.h"
 #include "programs/support/number_text.h"
 #include "programs/support/output_files.h"
 #include "programs/support/plot.h"
@@ -15,6 +16,7 @@
 #include "support/environment.h"
 #include "support/files.h"
 #include "support/run_program.h"
+#include "support/withheld_file.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +53,30 @@ class CsvTableTest : public testing::Test {
 };
 
 } // namespace
+
+std::string problemOfReading(const std::filesystem::path& file) {
+    try {
+        requireReadableFile(test_support::narrow(file));
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+TEST(InputFiles, TellWhatIsMissingADirectoryOrWithheldApart) {
+    const TemporaryDirectory directory;
+    const auto file = directory / "file";
+    test_support::writeFile(file, "content");
+    EXPECT_EQ(problemOfReading(file), "");
+    EXPECT_TRUE(problemOfReading(directory / "none").starts_with("there is no file '"));
+    EXPECT_TRUE(problemOfReading(file / "below").starts_with("there is no file '"));
+    EXPECT_NE(problemOfReading(directory.path()).find("' is a directory, not a file; "),
+              std::string::npos);
+    std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
+    const test_support::WithheldFile withheld(test_support::narrow(file));
+    const std::string problem = problemOfReading(file);
+    EXPECT_TRUE(problem.starts_with(test_support::WithheldFile::reason)) << problem;
+}
 
 TEST(NumberText, AcceptsWholeFiniteNumbersOnly) {
     EXPECT_EQ(numberIn("1.5"), 1.5);
