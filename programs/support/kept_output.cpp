@@ -51,8 +51,15 @@ bool isStatus(std::string_view line) {
     return line.starts_with("fmi2") && contains(line, " returned ");
 }
 
+/// An error of the FMI library that ends in a colon has its reason in the next line.
+bool isReason(std::string_view line, const std::vector<std::string>& errors) {
+    return !errors.empty() && errors.back().ends_with(':') && !line.starts_with("module = ");
+}
+
 void take(std::string_view line, KeptMessages& messages) {
-    if (const auto error = loadErrorIn(line); !error.empty()) {
+    if (isReason(line, messages.loadErrors)) {
+        messages.loadErrors.back().append(" ").append(line);
+    } else if (const auto error = loadErrorIn(line); !error.empty()) {
         messages.loadErrors.emplace_back(error);
     } else if (line == noInstance) {
         messages.isRefused = true;

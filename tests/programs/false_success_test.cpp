@@ -1,5 +1,6 @@
 // What ends or stalls a program, and files that cannot be written: never status 0, and never without
 // a word.
+#include "support/archive_writer.h"
 #include "support/files.h"
 #include "support/run_program.h"
 
@@ -7,6 +8,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -92,6 +94,22 @@ TEST_F(FalseSuccess, AnEndOfTheProcessInACallIsReportedAsWhatItIs) {
         if (test_support::canInterrupt) { // Windows keeps the files of a library that is loaded.
             EXPECT_TRUE(std::filesystem::is_empty(directory / "temporary")) << about;
         }
+    }
+}
+
+TEST_F(FalseSuccess, AModelDescriptionThatCannotBeReadIsToldWithItsLineAndReason) {
+    const std::string broken = narrow(directory / "broken.fmu");
+    test_support::writeArchive(
+        directory / "broken.fmu",
+        {{"modelDescription.xml", "<fmiModelDescription fmiVersion=\"2.0\"\nguid=>"}});
+    const std::pair<std::string, Arguments> runs[] = {
+        {"fmu_run", {broken}},
+        {"cosim_host", {"--command-line", '"' + broken + '"', "--open-loop"}}};
+    for (const auto& [program, arguments] : runs) {
+        const auto result = run(program, arguments, "");
+        EXPECT_NE(result.exitStatus, 0) << program;
+        EXPECT_TRUE(contains(result.error, "Parse error at line 2: not well-formed"))
+            << result.error;
     }
 }
 
